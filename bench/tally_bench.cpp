@@ -1,0 +1,376 @@
+// The benchmarks, named <report or set>/<phase>/<rows>. README.md tells what each number means.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <ctime>
+#include <exception>
+#include <iostream>
+#include <limits>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+#include "answer_check.h"
+#include "bench_project.h"
+#include "formula_project.h"
+#include "heap_use.h"
+#include "platform/db_operator.h"
+#include "report_mng/report_mng.h"
+#include "report_table.h"
+#include "reports/calculation_books/xhl_jss2s_report.h"
+#include "result_store/tally_data_mng.h"
+
+namespace {
+
+// A benchmark whose answer is wrong makes the program fail.
+bool anyFailed = false;
+
+template <class TBody>
+void Guarded(benchmark::State& state, TBody&& body) {
+  try {
+    body();
+  } catch (const std::exception& failure) {
+    anyFailed = true;
+    state.SkipWithError(failure.what());
+  }
+}
+
+template <class TBody>
+benchmark::internal::Benchmark* Register(const std::string& name, TBody body) {
+  return benchmark::RegisterBenchmark(name.c_str(),
+                                      [body = std::move(body)](benchmark::State& state) {
+                                        Guarded(state, [&] { body(state); });
+                                      })
+      ->Unit(benchmark::kMillisecond)
+      ->UseRealTime();
+}
+
+void SetRowsPerSecond(benchmark::State& state, std::size_t rows) {
+  state.counters["rows_per_s"] =
+      benchmark::Counter(static_cast<double>(rows), benchmark::Counter::kIsIterationInvariantRate);
+}
+
+double PerRow(std::size_t bytes, std::size_t rows) {
+  return static_cast<double>(bytes) / static_cast<double>(std::max<std::size_t>(rows, 1));
+}
+
+/// Processor time, which ratios are made of: unlike the time of day it does not count what other
+/// programs take from this one.
+template <class TBody>
+double SecondsOf(TBody&& body) {
+  const std::clock_t begin = std::clock();
+  body();
+  return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
+}
+
+/// Does a thing the first time that it hears of it.
+class COnce {
+ public:
+  template <class TBody>
+  void Do(const std::string& name, TBody&& body) {
+    if (!done_.contains(name)) {
+      body();
+      done_.insert(name);
+    }
+  }
+
+ private:
+  std::set<std::string> done_;
+};
+
+COnce checks;
+
+// ---- Opening and reading ------------------------------------------------------------------------
+
+void BenchOpen(benchmark::State& state, CBenchProject& project, std::int64_t rows) {
+  const std::string file = project.File(rows);
+  CBenchProject::Close();
+  CBenchProject::OpenFile(file);
+  CBenchProject::RequireNoFailure();
+  const CTallyDataMng* store = CTallyDataMng::Instance();
+  if (static_cast<std::int64_t>(store->GetFloorTree().size()) !=
+          CBenchProject::CountRows(file, "all_floor") ||
+      static_cast<std::int64_t>(store->GetSysCodeTree().size()) !=
+          CBenchProject::CountRows(file, "all_sys_code")) {
+    throw std::runtime_error("the project did not open as it is");
+  }
+  for (auto _ : state) {
+    state.PauseTiming();
+    CBenchProject::Close();
+    state.ResumeTiming();
+    CBenchProject::OpenFile(file);
+  }
+}
+
+void BenchRead(benchmark::State& state, CBenchProject& project, std::int64_t rows, ERecordSet set) {
+  const std::string file = project.File(rows);
+  CBenchProject::Close();
+  CBenchProject::OpenFile(file);
+  const std::size_t read = RowCount(set);
+  CBenchProject::RequireNoFailure();
+  if (read == 0 ||
+      static_cast<std::int64_t>(read) != CBenchProject::CountRows(file, SetTable(set))) {
+    throw std::runtime_error("not every row was read");
+  }
+  std::size_t held = 0;
+  for (auto _ : state) {
+    state.PauseTiming();
+    CBenchProject::Close();
+    CBenchProject::OpenFile(file);
+    const std::size_t before = CHeapUse::Current();
+    state.ResumeTiming();
+    benchmark::DoNotOptimize(RowCount(set));
+    state.PauseTiming();
+    held = CHeapUse::Current() - before;
+    state.ResumeTiming();
+  }
+  SetRowsPerSecond(state, read);
+  state.counters["rows"] = static_cast<double>(read);
+  state.counters["bytes_per_row"] = PerRow(held, read);
+}
+
+// ---- Folding and requesting ---------------------------------------------------------------------
+
+/// Opens the scaled project, reads the report's set and folds the report alone; checks its answer
+/// the first time. Answers the discipline that is asked for.
+std::wstring Prepare(CBenchProject& project, std::int64_t rows, const SBenchReport& report) {
+  project.OpenScaled(rows);
+  std::wstring spec = BiggestSpec(report.set);
+  checks.Do(report.name + " " + std::to_string(rows), [&] {
+    CReportMng::Instance()->Clear();
+    CheckAnswer(report, spec);
+  });
+  Fold(report);
+  return spec;
+}
+
+std::size_t RowsOfSpec(ERecordSet set, const std::wstring& spec) {
+  std::size_t rows = 0;
+  for (const SSpecRows& each : RowsBySpec(set)) {
+    rows += each.spec == spec ? each.rows : 0;
+  }
+  return rows;
+}
+
+void BenchFold(benchmark::State& state, CBenchProject& project, std::int64_t rows,
+               const SBenchReport& report) {
+  Prepare(project, rows, report);
+  std::size_t held = 0;
+  for (auto _ : state) {
+    state.PauseTiming();
+    CReportMng::Instance()->Clear();
+    const std::size_t before = CHeapUse::Current();
+    state.ResumeTiming();
+    benchmark::DoNotOptimize(Fold(report));
+    state.PauseTiming();
+    held = CHeapUse::Current() - before;
+    state.ResumeTiming();
+  }
+  const std::size_t folded = RowCount(report.set);
+  SetRowsPerSecond(state, folded);
+  state.counters["bytes_per_row"] = PerRow(held, folded);
+}
+
+void BenchRequest(benchmark::State& state, CBenchProject& project, std::int64_t rows,
+                  const SBenchReport& report, int level) {
+  const std::wstring spec = Prepare(project, rows, report);
+  double requesting = 0;
+  double copying = 0;
+  std::size_t peak = 0;
+  std::size_t size = 0;
+  std::size_t cellCount = 0;
+  for (auto _ : state) {
+    Report::CellArray cells;
+    const std::size_t before = CHeapUse::Current();
+    CHeapUse::RestartPeak();
+    requesting += SecondsOf([&] { cells = Request(report, spec, level); });
+    state.PauseTiming();
+    peak = CHeapUse::Peak() - before;
+    const std::size_t beforeCopy = CHeapUse::Current();
+    Report::CellArray copy;
+    copying += SecondsOf([&] { copy = cells; });
+    size = CHeapUse::Current() - beforeCopy;
+    cellCount = cells.size();
+    Report::CellArray().swap(copy);
+    Report::CellArray().swap(cells);
+    state.ResumeTiming();
+  }
+  SetRowsPerSecond(state, RowsOfSpec(report.set, spec));
+  state.counters["cells"] = static_cast<double>(cellCount);
+  state.counters["per_copy"] = requesting / copying;
+  state.counters["peak_per_size"] = static_cast<double>(peak) / static_cast<double>(size);
+}
+
+void BenchCopy(benchmark::State& state, CBenchProject& project, std::int64_t rows,
+               const SBenchReport& report) {
+  const std::wstring spec = Prepare(project, rows, report);
+  const Report::CellArray cells = Request(report, spec, report.catalog->DeepestLevel());
+  const std::size_t before = CHeapUse::Current();
+  std::size_t size = 0;
+  for (auto _ : state) {
+    Report::CellArray copy = cells;
+    benchmark::DoNotOptimize(copy.data());
+    state.PauseTiming();
+    size = CHeapUse::Current() - before;
+    Report::CellArray().swap(copy);
+    state.ResumeTiming();
+  }
+  state.counters["cells"] = static_cast<double>(cells.size());
+  state.counters["bytes"] = static_cast<double>(size);
+}
+
+// ---- The formula scan ---------------------------------------------------------------------------
+
+constexpr int kManyCircuits = 50000;
+
+// The terms of the formulas of all calculation items.
+std::size_t CountTerms(const Report::CellArray& cells) {
+  constexpr std::size_t kFormulaCell = 3;  // behind "@CI", the item and its unit
+  std::size_t terms = 0;
+  for (std::size_t at = 0; at + kFormulaCell < cells.size(); ++at) {
+    if (cells[at] == L"@CI") {
+      const std::wstring& formula = cells[at + kFormulaCell];
+      terms += static_cast<std::size_t>(std::count(formula.begin(), formula.end(), L'+')) + 1;
+    }
+  }
+  return terms;
+}
+
+void BenchFormulas(benchmark::State& state, CBenchProject& project, int level, int ofAttribute) {
+  project.OpenFormula(kManyCircuits, ofAttribute);
+  auto* book = dynamic_cast<CXhlJss2SReport*>(
+      CReportMng::Instance()->GetReportData(Report::ReportSysJss, 2));
+  if (book == nullptr) {
+    throw std::runtime_error("there is no system calculation book");
+  }
+  const auto request = [&](const std::wstring& spec) {
+    Report::CellArray cells;
+    book->GetSysJssData(cells, spec, Report::SNewCondition(), level, 0);
+    return cells;
+  };
+  const std::wstring whole = CFormulaProject::FullSpec();
+  const std::wstring half = CFormulaProject::HalfSpec();
+  if (CountTerms(request(whole)) != kManyCircuits ||
+      CountTerms(request(half)) != kManyCircuits / 2) {
+    throw std::runtime_error("the formulas do not list each circuit once");
+  }
+  // The best of the runs: the first one pays for the state that the fold left the heap in.
+  double wholeSeconds = std::numeric_limits<double>::max();
+  double halfSeconds = wholeSeconds;
+  for (auto _ : state) {
+    Report::CellArray cells;
+    wholeSeconds = std::min(wholeSeconds, SecondsOf([&] { cells = request(whole); }));
+    state.PauseTiming();
+    Report::CellArray().swap(cells);
+    halfSeconds = std::min(halfSeconds, SecondsOf([&] { cells = request(half); }));
+    Report::CellArray().swap(cells);
+    state.ResumeTiming();
+  }
+  SetRowsPerSecond(state, kManyCircuits);
+  state.counters["growth"] = wholeSeconds / halfSeconds;
+}
+
+// ---- The program --------------------------------------------------------------------------------
+
+void RegisterAll(CBenchProject& project, const std::vector<std::int64_t>& sizes) {
+  const std::vector<SBenchReport> reports = ReportTable();
+  std::vector<ERecordSet> sets;
+  for (const SBenchReport& report : reports) {
+    if (std::find(sets.begin(), sets.end(), report.set) == sets.end()) {
+      sets.push_back(report.set);
+    }
+  }
+  for (const std::int64_t rows : sizes) {
+    const std::string size = "/" + std::to_string(rows);
+    for (const SBenchReport& report : reports) {
+      const int deepest = report.catalog->DeepestLevel();
+      Register(report.name + "/fold" + size,
+               [=, &project](auto& state) { BenchFold(state, project, rows, report); });
+      Register(report.name + "/request-deepest" + size,
+               [=, &project](auto& state) { BenchRequest(state, project, rows, report, deepest); });
+      Register(report.name + "/request-0" + size,
+               [=, &project](auto& state) { BenchRequest(state, project, rows, report, 0); });
+      Register(report.name + "/copy" + size,
+               [=, &project](auto& state) { BenchCopy(state, project, rows, report); });
+    }
+    Register("project/open" + size,
+             [=, &project](auto& state) { BenchOpen(state, project, rows); });
+    for (const ERecordSet set : sets) {
+      Register(std::string(SetName(set)) + "/read" + size,
+               [=, &project](auto& state) { BenchRead(state, project, rows, set); });
+    }
+  }
+  // Either way as many children as circuits.
+  constexpr int kRuns = 4;
+  for (const auto& [level, ofAttribute] : {std::pair(4, 1), std::pair(5, 10)}) {
+    Register("formula-scan/level-" + std::to_string(level) + "/" + std::to_string(kManyCircuits),
+             [&project, level = level, ofAttribute = ofAttribute](auto& state) {
+               BenchFormulas(state, project, level, ofAttribute);
+             })
+        ->Iterations(kRuns);
+  }
+}
+
+constexpr std::string_view kRowsFlag = "--rows=";
+
+/// The positive numbers of a list "10000,100000"; throws for anything else.
+std::vector<std::int64_t> ReadSizes(std::string_view list) {
+  constexpr std::int64_t kMostRows = 100000000;
+  std::vector<std::int64_t> sizes;
+  while (true) {
+    const std::string_view text = list.substr(0, list.find(','));
+    std::int64_t rows = 0;
+    const auto [end, failure] = std::from_chars(text.data(), text.data() + text.size(), rows);
+    if (failure != std::errc() || end != text.data() + text.size() || rows < 1 ||
+        rows > kMostRows) {
+      throw std::runtime_error("--rows takes numbers from 1 to " + std::to_string(kMostRows) +
+                               ", separated by commas");
+    }
+    sizes.push_back(rows);
+    if (text.size() == list.size()) {
+      return sizes;
+    }
+    list.remove_prefix(text.size() + 1);
+  }
+}
+
+int Run(int argc, char** argv) {
+  std::vector<std::int64_t> sizes{10000, 100000, 1000000};
+  std::vector<char*> arguments;
+  for (int i = 0; i < argc; ++i) {
+    const std::string_view argument = argv[i];
+    if (argument.starts_with(kRowsFlag)) {
+      sizes = ReadSizes(argument.substr(kRowsFlag.size()));
+    } else {
+      arguments.push_back(argv[i]);
+    }
+  }
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  if (benchmark::ReportUnrecognizedArguments(count, arguments.data())) {
+    return 2;
+  }
+  benchmark::AddCustomContext("compiler", TALLY_BENCH_COMPILER);
+  benchmark::AddCustomContext("flags", TALLY_BENCH_FLAGS);
+  CBenchProject project;
+  RegisterAll(project, sizes);
+  benchmark::RunSpecifiedBenchmarks();
+  return anyFailed ? 1 : 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
+  } catch (const std::exception& failure) {
+    std::cerr << "tally_bench: " << failure.what() << '\n';
+    return 2;
+  }
+}

@@ -1,0 +1,108 @@
+#include "host/report_catalog.h"
+
+#include "platform/portable/utf8_text.h"
+#include "report_mng/result_config.h"
+#include "reports/consumption/pj_hz_report.h"
+#include "reports/consumption/xhl_cg_hz_report.h"
+#include "reports/consumption/xhl_gl_report.h"
+#include "reports/consumption/xhl_hz_report.h"
+
+namespace {
+
+// How a row operation is called, told by its arguments.
+template <class TReport>
+void Append(IReport& report, const SRowRequest& request, Report::CellArray& rows,
+            void (TReport::*operation)(Report::CellArray&, const std::wstring&,
+                                       const Report::SNewCondition&, int, int)) {
+  (dynamic_cast<TReport&>(report).*operation)(rows, request.spec, request.condition, request.level,
+                                              request.bySgd);
+}
+
+template <class TReport>
+void Append(IReport& report, const SRowRequest& request, Report::CellArray& rows,
+            void (TReport::*operation)(Report::CellArray&, const std::wstring&,
+                                       const Report::SNewCondition&, int)) {
+  (dynamic_cast<TReport&>(report).*operation)(rows, request.spec, request.condition, request.bySgd);
+}
+
+template <class TReport>
+void Append(IReport& report, const SRowRequest& request, Report::CellArray& rows,
+            void (TReport::*operation)(Report::CellArray&, const std::wstring&,
+                                       const Report::SNewCondition&, int, Report::EReportType,
+                                       int)) {
+  (dynamic_cast<TReport&>(report).*operation)(rows, request.spec, request.condition, request.level,
+                                              request.totalType, request.bySgd);
+}
+
+template <auto kOperation>
+void AppendRows(IReport& report, const SRowRequest& request, Report::CellArray& rows) {
+  Append(report, request, rows, kOperation);
+}
+
+// Whether a row operation has an argument for the level.
+template <class TReport>
+constexpr bool TakesLevel(void (TReport::*)(Report::CellArray&, const std::wstring&,
+                                            const Report::SNewCondition&, int, int)) {
+  return true;
+}
+template <class TReport>
+constexpr bool TakesLevel(void (TReport::*)(Report::CellArray&, const std::wstring&,
+                                            const Report::SNewCondition&, int)) {
+  return false;
+}
+template <class TReport>
+constexpr bool TakesLevel(void (TReport::*)(Report::CellArray&, const std::wstring&,
+                                            const Report::SNewCondition&, int, Report::EReportType,
+                                            int)) {
+  return true;
+}
+
+template <auto kOperation>
+constexpr SCatalogReport Line(Report::EReportType type, int variant, const wchar_t* title,
+                              const char* name, const char* variantName) {
+  return {type, variant, title, name, variantName, TakesLevel(kOperation), AppendRows<kOperation>};
+}
+
+constexpr int kAnyVariant = SCatalogReport::kAnyVariant;
+
+// A new report is one line here and its layout in row_layouts.cpp.
+constexpr SCatalogReport kReports[] = {
+    Line<&CXhlHzReport::GetXhlHzData>(Report::ReportXhlHz, kAnyVariant, L"消耗量汇总表",
+                                      "consumption-summary", nullptr),
+    Line<&CXhlGlReport::GetGlData>(Report::ReportXhlGl, kAnyVariant, L"工程量概览表", "overview",
+                                   nullptr),
+    Line<&CXhlCgHzReport::GetCgHzData>(Report::ReportXhlCgHz, kAnyVariant, L"超高量汇总表",
+                                       "over-height-summary", nullptr),
+    Line<&CPjHzReport::GetPjHzData>(Report::ReportPjHz, kAnyVariant, L"配件汇总表",
+                                    "fitting-summary", nullptr),
+};
+
+}  // namespace
+
+int SCatalogReport::DeepestLevel() const {
+  return hasLevels ? CResultConfig::Instance()->GetReportMaxLevel(type) : 0;
+}
+
+std::span<const SCatalogReport> ReportCatalog() {
+  return kReports;
+}
+
+const SCatalogReport* FindReport(Report::EReportType type, int variant) {
+  for (const SCatalogReport& report : kReports) {
+    if (report.type == type &&
+        (report.variant == variant || report.variant == SCatalogReport::kAnyVariant)) {
+      return &report;
+    }
+  }
+  return nullptr;
+}
+
+const SCatalogReport* FindReport(std::string_view nameOrNumber) {
+  for (const SCatalogReport& report : kReports) {
+    if (nameOrNumber == report.name || nameOrNumber == Utf8FromWide(report.title) ||
+        nameOrNumber == std::to_string(report.type)) {
+      return &report;
+    }
+  }
+  return nullptr;
+}

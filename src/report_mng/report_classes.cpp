@@ -1,0 +1,66 @@
+#include "report_mng/report_classes.h"
+
+#include "filter_trees/category_tree.h"
+#include "filter_trees/floor_tree.h"
+#include "filter_trees/sys_code_tree.h"
+#include "reports/consumption/pj_hz_report.h"
+#include "reports/consumption/xhl_cg_hz_report.h"
+#include "reports/consumption/xhl_gl_report.h"
+#include "reports/consumption/xhl_hz_report.h"
+
+namespace {
+
+/// Takes every variant that no earlier line of its type takes.
+constexpr int kAnyVariant = -1;
+
+using Make = std::unique_ptr<IReport> (*)();
+
+struct SReportClass {
+  Report::EReportType type;
+  int variant;
+  Make make;
+};
+
+struct STreeClass {
+  Report::ETreeType type;
+  Make make;
+};
+
+template <class TReport>
+std::unique_ptr<IReport> MakeNew() {
+  return std::make_unique<TReport>();
+}
+
+// The one place that names the report classes. A new report is one line here.
+constexpr SReportClass kReportClasses[] = {
+    {Report::ReportXhlHz, kAnyVariant, MakeNew<CXhlHzReport>},
+    {Report::ReportXhlGl, kAnyVariant, MakeNew<CXhlGlReport>},
+    {Report::ReportXhlCgHz, kAnyVariant, MakeNew<CXhlCgHzReport>},
+    {Report::ReportPjHz, kAnyVariant, MakeNew<CPjHzReport>},
+};
+
+constexpr STreeClass kTreeClasses[] = {
+    {Report::TreeFloor, MakeNew<CFloorTree>},
+    {Report::TreeSysCode, MakeNew<CSysCodeTree>},
+    {Report::TreeCategory, MakeNew<CCategoryTree>},
+};
+
+}  // namespace
+
+std::unique_ptr<IReport> CreateReport(Report::EReportType type, int variant) {
+  for (const SReportClass& line : kReportClasses) {
+    if (line.type == type && (line.variant == variant || line.variant == kAnyVariant)) {
+      return line.make();
+    }
+  }
+  return nullptr;
+}
+
+std::unique_ptr<IReport> CreateTree(Report::ETreeType type) {
+  for (const STreeClass& line : kTreeClasses) {
+    if (line.type == type) {
+      return line.make();
+    }
+  }
+  return nullptr;
+}

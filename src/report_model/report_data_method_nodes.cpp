@@ -1,0 +1,327 @@
+// The node look-ups of CReportDataMethod.
+#include <limits>
+#include <memory>
+#include <utility>
+
+#include "platform/text_numbers.h"
+#include "platform/text_tool.h"
+#include "report_model/report_data_method.h"
+#include "result_store/report_type_data.h"
+#include "result_store/tally_data_mng.h"
+
+namespace {
+
+// The one way in which nodes come into being: the child under `key` if it is of the wanted class,
+// null if it is of another, and a new one, filled by `fill`, if there is none.
+template <class TNode, class TFill>
+TNode* FindOrMake(Report::NodeMap& children, std::wstring key, TFill&& fill) {
+  const auto at = children.lower_bound(key);
+  if (at != children.end() && at->first == key) {
+    return NodeAs<TNode>(at->second.get());
+  }
+  auto node = std::make_unique<TNode>();
+  fill(*node);
+  TNode* made = node.get();
+  children.emplace_hint(at, std::move(key), std::move(node));
+  return made;
+}
+
+std::wstring ResultKey(std::wstring_view sgdName, std::wstring_view floorText,
+                       std::wstring_view expression, double quantity) {
+  // Room for the longest number that AppendNumber writes.
+  constexpr std::size_t kNumber = 16;
+  std::wstring key;
+  key.reserve(sgdName.size() + floorText.size() + expression.size() + kNumber);
+  key += sgdName;
+  key += floorText;
+  key += L'@';
+  key += expression;
+  key += L'@';
+  AppendNumber(key, quantity);
+  return key;
+}
+
+void FillIdentity(SResultIdentity& result, std::wstring_view sgdName,
+                  const KorDMRec::SKorDMFloorRec& floor) {
+  result.sgdName = sgdName;
+  result.floorText = floor.floorText;
+  result.floorCount = CReportDataMethod::GetFloorCount(floor.floorText);
+}
+
+template <class TResult>
+TResult* WithComponent(TResult* result, const KorDMRec::SKorDMComponentRec& component) {
+  if (result != nullptr) {
+    result->components.push_back(component.name);
+  }
+  return result;
+}
+
+template <class TRecord>
+CReportCalItem* FindOrMakeCalItem(Report::NodeMap& children, const TRecord& record) {
+  return FindOrMake<CReportCalItem>(children, record.name + L"@" + record.unit,
+                                    [&](CReportCalItem& node) {
+                                      node.name = record.name;
+                                      node.unit = record.unit;
+                                      if constexpr (requires { record.text3; }) {
+                                        node.text3 = record.text3;
+                                        node.text4 = record.text4;
+                                      }
+                                    });
+}
+
+// The two groups of three texts: duct wall thickness and insulation.
+template <class TNode>
+TNode* FindOrMakeTriple(Report::NodeMap& children, const std::wstring& text1,
+                        const std::wstring& text2, const std::wstring& text3) {
+  return FindOrMake<TNode>(children, text1 + text2 + text3, [&](TNode& node) {
+    node.text1 = text1;
+    node.text2 = text2;
+    node.text3 = text3;
+  });
+}
+
+CReportAttribute* FindOrMakeAttribute(Report::NodeMap& children, std::wstring key,
+                                      const std::wstring& name, const std::wstring& value) {
+  return FindOrMake<CReportAttribute>(children, std::move(key), [&](CReportAttribute& node) {
+    node.name = name;
+    node.value = value;
+  });
+}
+
+}  // namespace
+
+CReportSpec* CReportDataMethod::GetSpec(Report::NodeMap& children,
+                                        const KorDMRec::SKorDMSpecRec& record) {
+  return FindOrMake<CReportSpec>(children, record.name,
+                                 [&](CReportSpec& node) { node.name = record.name; });
+}
+
+CReportFloor* CReportDataMethod::GetFloor(Report::NodeMap& children,
+                                          const KorDMRec::SKorDMFloorRec& record) {
+  return FindOrMake<CReportFloor>(children, record.name, [&](CReportFloor& node) {
+    node.name = record.name;
+    node.floorText = record.floorText;
+  });
+}
+
+CReportType* CReportDataMethod::GetType(Report::NodeMap& children, const std::wstring& category,
+                                        const std::wstring& name) {
+  return FindOrMake<CReportType>(children, name, [&](CReportType& node) {
+    node.category = category;
+    node.name = name;
+  });
+}
+
+CReportType* CReportDataMethod::GetType(Report::NodeMap& children,
+                                        const KorDMRec::SKorDMSpecRec& spec,
+                                        const KorDMRec::SKorDMCategoryRec& record) {
+  return GetType(
+      children, record.category + L"\\" + record.kind,
+      CReportTypeData::Instance()->GetCategoryType(spec.name, record.category, record.kind));
+}
+
+CReportCategory* CReportDataMethod::GetCategory(Report::NodeMap& children, const std::wstring& spec,
+                                                const std::wstring& category,
+                                                const std::wstring& kind) {
+  return FindOrMake<CReportCategory>(children, category + L"\\" + kind, [&](CReportCategory& node) {
+    node.category = category;
+    node.kind = kind;
+    node.sortId = CTallyDataMng::Instance()->GetCategorySortId(spec, node.GetKey());
+  });
+}
+
+CReportCategory* CReportDataMethod::GetCategory(Report::NodeMap& children, const std::wstring& spec,
+                                                const KorDMRec::SKorDMCategoryRec& record) {
+  return GetCategory(children, spec, record.category, record.kind);
+}
+
+CReportSysCode* CReportDataMethod::GetSysCodeNode(Report::NodeMap& children,
+                                                  const std::wstring& spec,
+                                                  const std::wstring& name,
+                                                  const std::wstring& fullName) {
+  return FindOrMake<CReportSysCode>(children, name, [&](CReportSysCode& node) {
+    node.name = name;
+    node.fullName = fullName;
+    const CTallyDataMng::SSysCodeEntry* entry = CTallyDataMng::Instance()->FindSysCode(
+        spec, std::wstring_view(fullName).substr(0, fullName.find(L"\\*")));
+    node.sortId = entry == nullptr ? CTallyDataMng::kUnknownSortId : entry->sortId;
+    if (entry != nullptr) {
+      node.remark = entry->remark;
+    }
+  });
+}
+
+CReportSysCode* CReportDataMethod::GetSysCode(Report::NodeMap& children, const std::wstring& spec,
+                                              const KorDMRec::SKorDMSysCodeRec& record) {
+  Report::CellArray parts;
+  KorString::Split(GetSysCodeName(record.name), parts, L'\\');
+  Report::NodeMap* level = &children;
+  std::wstring fullName;
+  CReportSysCode* node = nullptr;
+  for (const std::wstring& part : parts) {
+    if (node != nullptr) {
+      fullName += L'\\';
+      level = &node->children;
+    }
+    fullName += part;
+    node = GetSysCodeNode(*level, spec, part, fullName);
+    if (node == nullptr) {
+      return nullptr;
+    }
+  }
+  return node;
+}
+
+CReportAttribute* CReportDataMethod::GetAttribute(Report::NodeMap& children,
+                                                  const std::wstring& name,
+                                                  const std::wstring& value) {
+  return FindOrMakeAttribute(children, name + value, name, value);
+}
+
+CReportAttribute* CReportDataMethod::GetAttribute(Report::NodeMap& children,
+                                                  const KorDMRec::SKorDMAttrRec& record) {
+  return FindOrMakeAttribute(children, record.name, record.name, record.value);
+}
+
+CReportAttribute* CReportDataMethod::GetPjAttribute(Report::NodeMap& children,
+                                                    const std::wstring& spec,
+                                                    const std::wstring& category,
+                                                    const KorDMRec::SKorDMAttrRec& record) {
+  const std::wstring name = GetPipeLineName(record.name, record.value, spec, category);
+  return FindOrMakeAttribute(children, name, name, {});
+}
+
+CReportCalItem* CReportDataMethod::GetCalItem(Report::NodeMap& children,
+                                              const KorDMRec::SKorDMCalItemRec& record) {
+  return FindOrMakeCalItem(children, record);
+}
+
+CReportCalItem* CReportDataMethod::GetCalItem(Report::NodeMap& children,
+                                              const KorDMRec::SKorDMCalItemDetailQRec& record) {
+  return FindOrMakeCalItem(children, record);
+}
+
+CReportPjCalItem* CReportDataMethod::GetPjCalItem(Report::NodeMap& children,
+                                                  const KorDMRec::SKorDMPjCalItemRec& record) {
+  return FindOrMake<CReportPjCalItem>(children, record.text1 + L"@" + record.name,
+                                      [&](CReportPjCalItem& node) {
+                                        node.text1 = record.text1;
+                                        node.name = record.name;
+                                        node.unit = record.unit;
+                                      });
+}
+
+CReportResult* CReportDataMethod::GetResult(Report::NodeMap& children, const std::wstring& sgdName,
+                                            const KorDMRec::SKorDMFloorRec& floor,
+                                            const KorDMRec::SKorDMCalItemRec& item,
+                                            const KorDMRec::SKorDMComponentRec& component) {
+  return WithComponent(
+      FindOrMake<CReportResult>(children,
+                                ResultKey(sgdName, floor.floorText, item.expression, item.quantity),
+                                [&](CReportResult& node) {
+                                  FillIdentity(node, sgdName, floor);
+                                  node.expression = item.expression;
+                                  node.quantity = item.quantity;
+                                }),
+      component);
+}
+
+CReportResultDetail* CReportDataMethod::GetResultDetail(
+    Report::NodeMap& children, const std::wstring& sgdName, const KorDMRec::SKorDMFloorRec& floor,
+    const KorDMRec::SKorDMCalItemDetailQRec& item, const KorDMRec::SKorDMComponentRec& component) {
+  return WithComponent(
+      FindOrMake<CReportResultDetail>(
+          children, ResultKey(sgdName, floor.floorText, item.expression, item.quantity1),
+          [&](CReportResultDetail& node) {
+            FillIdentity(node, sgdName, floor);
+            node.expression = item.expression;
+            node.quantity1 = item.quantity1;
+            node.quantity2 = item.quantity2;
+            node.quantity3 = item.quantity3;
+            node.quantity4 = item.quantity4;
+          }),
+      component);
+}
+
+CReportResult* CReportDataMethod::GetPjResult(Report::NodeMap& children,
+                                              const std::wstring& sgdName,
+                                              const KorDMRec::SKorDMFloorRec& floor,
+                                              const KorDMRec::SKorDMPjCalItemRec& /*item*/,
+                                              const KorDMRec::SKorDMComponentRec& component) {
+  return WithComponent(FindOrMake<CReportResult>(children, sgdName + floor.floorText,
+                                                 [&](CReportResult& node) {
+                                                   FillIdentity(node, sgdName, floor);
+                                                   node.quantity = 1;
+                                                 }),
+                       component);
+}
+
+CReportBrushPaint* CReportDataMethod::GetBrushPaint(Report::NodeMap& children, int number1,
+                                                    int number2, const std::wstring& text1,
+                                                    const std::wstring& text2) {
+  return FindOrMake<CReportBrushPaint>(children, IntText(number1) + text2 + IntText(number2),
+                                       [&](CReportBrushPaint& node) {
+                                         node.number1 = number1;
+                                         node.number2 = number2;
+                                         node.text1 = text1;
+                                         node.text2 = text2;
+                                       });
+}
+
+CReportDuctHType* CReportDataMethod::GetDuctHType(Report::NodeMap& children,
+                                                  const std::wstring& text1,
+                                                  const std::wstring& text2,
+                                                  const std::wstring& text3) {
+  return FindOrMakeTriple<CReportDuctHType>(children, text1, text2, text3);
+}
+
+CReportPipeJRBW* CReportDataMethod::GetPipeJRBW(Report::NodeMap& children,
+                                                const std::wstring& text1,
+                                                const std::wstring& text2,
+                                                const std::wstring& text3) {
+  return FindOrMakeTriple<CReportPipeJRBW>(children, text1, text2, text3);
+}
+
+CReportChapter* CReportDataMethod::GetChapter(Report::NodeMap& children,
+                                              const KorDMRec::SKorDMQdDeRec& record, bool isQd) {
+  CTallyDataMng* store = CTallyDataMng::Instance();
+  int number = std::numeric_limits<int>::max();
+  const std::wstring name =
+      isQd ? store->GetQdChapter(record.code, number) : store->GetDeChapter(record.code, number);
+  return FindOrMake<CReportChapter>(children, IntText(number) + L"@" + name,
+                                    [&](CReportChapter& node) {
+                                      node.name = name;
+                                      node.number = number;
+                                    });
+}
+
+CReportQdDeItem* CReportDataMethod::GetQdDeItem(Report::NodeMap& children,
+                                                const KorDMRec::SKorDMQdDeRec& record, bool isQd) {
+  const std::wstring feature =
+      isQd ? CTallyDataMng::Instance()->GetQdFeather(record.code) : std::wstring();
+  return FindOrMake<CReportQdDeItem>(
+      children, record.code + L"@" + record.name + L"@" + feature + L"@" + record.unit,
+      [&](CReportQdDeItem& node) {
+        node.code = record.code;
+        node.name = record.name;
+        node.unit = record.unit;
+        node.feature = feature;
+      });
+}
+
+const CReportSysCode* CReportDataMethod::FindSysCodeItem(const IReportDataNode* node,
+                                                         const std::vector<std::wstring>& parts) {
+  const CReportSysCode* found = nullptr;
+  for (const std::wstring& part : parts) {
+    if (node == nullptr) {
+      return nullptr;
+    }
+    const auto at = node->children.find(part);
+    found = at == node->children.end() ? nullptr : NodeAs<CReportSysCode>(at->second);
+    if (found == nullptr) {
+      return nullptr;
+    }
+    node = found;
+  }
+  return found;
+}

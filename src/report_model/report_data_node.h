@@ -1,0 +1,266 @@
+// The nodes of a report's tree. A report folds its result records into them once; every request
+// walks the finished tree. Nodes come into being through the look-ups of CReportDataMethod alone.
+#ifndef TALLY_REPORT_MODEL_REPORT_DATA_NODE_H_
+#define TALLY_REPORT_MODEL_REPORT_DATA_NODE_H_
+
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "report_model/narrow_order.h"
+
+class IReportDataNode;
+
+namespace Report {
+/// Children by key, ascending by plain text order; the map owns them.
+using NodeMap = std::map<std::wstring, std::unique_ptr<IReportDataNode>, std::less<>>;
+}  // namespace Report
+
+/// The class of a node, for the checked down-cast NodeAs.
+enum class ENodeKind : unsigned char {
+  Type,
+  Spec,
+  Floor,
+  Category,
+  Attribute,
+  SysCode,
+  CalItem,
+  PjCalItem,
+  Result,
+  ResultDetail,
+  DuctHType,
+  BrushPaint,
+  PipeJRBW,
+  Chapter,
+  QdDeItem,
+};
+
+class IReportDataNode {
+ public:
+  /// Frees the children as ClearChildren does.
+  virtual ~IReportDataNode();
+  /// The node's identity as text. Not always the key under which its parent holds it.
+  virtual std::wstring GetKey() const = 0;
+  /// Frees all that lies below the node, however deep. The node can be filled again.
+  virtual void ClearChildren();
+
+  IReportDataNode(const IReportDataNode&) = delete;
+  IReportDataNode& operator=(const IReportDataNode&) = delete;
+
+  Report::NodeMap children;
+  const ENodeKind nodeKind;
+
+ protected:
+  explicit IReportDataNode(ENodeKind kind) : nodeKind(kind) {}
+};
+
+/// The node as a `TNode`, or null where it is null or of another class.
+template <class TNode>
+const TNode* NodeAs(const IReportDataNode* node) {
+  return node != nullptr && node->nodeKind == TNode::kKind ? static_cast<const TNode*>(node)
+                                                           : nullptr;
+}
+template <class TNode>
+TNode* NodeAs(IReportDataNode* node) {
+  return node != nullptr && node->nodeKind == TNode::kKind ? static_cast<TNode*>(node) : nullptr;
+}
+template <class TNode>
+const TNode* NodeAs(const std::unique_ptr<IReportDataNode>& node) {
+  return NodeAs<TNode>(static_cast<const IReportDataNode*>(node.get()));
+}
+
+/// The child under `key` as a `TNode`; null where there is none or it is of another class.
+template <class TNode, class TKey>
+const TNode* FindChild(const Report::NodeMap& children, const TKey& key) {
+  const auto at = children.find(key);
+  return at == children.end() ? nullptr : NodeAs<TNode>(at->second);
+}
+
+/// Calls `visit(const TNode&)` for each child of that class, in key order.
+template <class TNode, class TVisit>
+void ForEachChild(const Report::NodeMap& children, TVisit&& visit) {
+  for (const auto& [key, child] : children) {
+    if (const auto* node = NodeAs<TNode>(child)) {
+      visit(*node);
+    }
+  }
+}
+
+/// Frees a whole tree without recursion, so that its depth cannot exhaust the stack.
+void ClearNodes(Report::NodeMap& nodes);
+
+/// Gives a node class its kind.
+template <ENodeKind kNodeKind>
+class TReportDataNode : public IReportDataNode {
+ public:
+  static constexpr ENodeKind kKind = kNodeKind;
+
+ protected:
+  TReportDataNode() : IReportDataNode(kNodeKind) {}
+};
+
+/// Type heading of the calculation books, group of the overview. Key: `name`.
+class CReportType final : public TReportDataNode<ENodeKind::Type> {
+ public:
+  std::wstring GetKey() const override { return name; }
+  std::wstring category;  ///< path "category\kind" of the first kind filed under the type
+  std::wstring name;
+};
+
+/// Discipline. Key: `name`.
+class CReportSpec final : public TReportDataNode<ENodeKind::Spec> {
+ public:
+  std::wstring GetKey() const override { return name; }
+  std::wstring name;
+};
+
+/// Floor. Key: `name`.
+class CReportFloor final : public TReportDataNode<ENodeKind::Floor> {
+ public:
+  std::wstring GetKey() const override { return name; }
+  std::wstring floorText;  ///< floor expression of the first record
+  std::wstring name;
+};
+
+/// Component kind. Key: `category` + "\" + `kind`.
+class CReportCategory final : public TReportDataNode<ENodeKind::Category> {
+ public:
+  std::wstring GetKey() const override { return category + L"\\" + kind; }
+  int sortId = 0;  ///< CTallyDataMng::GetCategorySortId at the fold
+  std::wstring category;
+  std::wstring kind;
+};
+
+/// Attribute. Filed under `name`, or under `name` + `value` (CReportDataMethod::GetAttribute).
+class CReportAttribute final : public TReportDataNode<ENodeKind::Attribute> {
+ public:
+  std::wstring GetKey() const override { return name; }
+  std::wstring name;
+  std::wstring value;
+  /// What rows of this attribute are sorted by; made at the fold, shared by nodes of one record.
+  std::shared_ptr<const SAttSortKey> sortKey;
+};
+
+/// One level of a system code. Filed under `name`; GetKey is the sort number.
+class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
+ public:
+  std::wstring GetKey() const override;
+  int sortId = 0;         ///< CTallyDataMng::GetSysCodeSortId at the fold
+  std::wstring name;      ///< of this level alone
+  std::wstring fullName;  ///< path from the first level, joined by "\"
+  /// Remark of `fullName` up to its first "\*" (CTallyDataMng::GetSysCodeRemark), without brackets;
+  /// the text belongs to the store.
+  std::wstring_view remark;
+  std::map<std::wstring, IReportDataNode*> extra;  ///< not owned
+};
+
+/// Calculation item. Key: `name` + "@" + `unit`.
+class CReportCalItem final : public TReportDataNode<ENodeKind::CalItem> {
+ public:
+  std::wstring GetKey() const override { return name + L"@" + unit; }
+  std::wstring name;
+  std::wstring unit;
+  std::wstring text3;
+  std::wstring text4;
+};
+
+/// Fitting. Filed under `text1` + "@" + `name`, unlike GetKey.
+class CReportPjCalItem final : public TReportDataNode<ENodeKind::PjCalItem> {
+ public:
+  std::wstring GetKey() const override { return name + L"@" + unit; }
+  std::wstring text1;
+  std::wstring name;
+  std::wstring unit;
+};
+
+/// What the two kinds of result have in common. The texts belong to the result set, which outlives
+/// the tree.
+struct SResultIdentity {
+  std::wstring_view expression;
+  std::wstring_view floorText;
+  std::wstring_view sgdName;
+  std::vector<std::wstring_view> components;  ///< one entry for each record folded into the node
+  int floorCount = 0;                         ///< floors that `floorText` stands for
+
+  /// Each entry of `components` that is not empty, followed by "$".
+  std::wstring GetComponentText() const;
+  /// The same, appended to `text`.
+  void AppendComponentText(std::wstring& text) const;
+  /// Length of that text.
+  std::size_t ComponentTextSize() const;
+  /// The expression with its repeat count: as it stands below two components, else "%s*%d件", in
+  /// brackets if it holds a "+" or a "-".
+  std::wstring GetRepeatFormula() const;
+};
+
+/// Result of a summary set, or a fitting. Filed under `sgdName` + `floorText` + "@" + `expression`
+/// +
+/// "@" + `quantity`; GetKey has the floor text behind the expression.
+class CReportResult final : public TReportDataNode<ENodeKind::Result>, public SResultIdentity {
+ public:
+  std::wstring GetKey() const override;
+  double quantity = 0;  ///< of one component
+};
+
+/// Result of the detail set. Filed as CReportResult, with `quantity1`.
+class CReportResultDetail final : public TReportDataNode<ENodeKind::ResultDetail>,
+                                  public SResultIdentity {
+ public:
+  std::wstring GetKey() const override;
+  double quantity1 = 0;  ///< of one component
+  double quantity2 = 0;
+  double quantity3 = 0;
+  double quantity4 = 0;
+};
+
+/// Type, material and thickness of the duct wall thickness table. Key: the three texts joined.
+class CReportDuctHType final : public TReportDataNode<ENodeKind::DuctHType> {
+ public:
+  std::wstring GetKey() const override { return text1 + text2 + text3; }
+  std::wstring text1;
+  std::wstring text2;
+  std::wstring text3;
+};
+
+/// One coat of one paint. Key: `number1`, `text2`, `number2` run together.
+class CReportBrushPaint final : public TReportDataNode<ENodeKind::BrushPaint> {
+ public:
+  std::wstring GetKey() const override;
+  int number1 = 0;     ///< sort number of the component category
+  int number2 = 0;     ///< coat, from 1
+  std::wstring text1;  ///< component category
+  std::wstring text2;  ///< paint
+};
+
+/// Type, material and thickness of the insulation table. Key: the three texts joined.
+class CReportPipeJRBW final : public TReportDataNode<ENodeKind::PipeJRBW> {
+ public:
+  std::wstring GetKey() const override { return text1 + text2 + text3; }
+  std::wstring text1;
+  std::wstring text2;
+  std::wstring text3;
+};
+
+/// Chapter of a bill or quota library. Key: `number`, "@", `name`.
+class CReportChapter final : public TReportDataNode<ENodeKind::Chapter> {
+ public:
+  std::wstring GetKey() const override;
+  std::wstring name;
+  int number = 0;  ///< 2147483647 where the library gave none
+};
+
+/// Bill item or quota item. Key: `code`, `name`, `feature` and `unit` joined by "@".
+class CReportQdDeItem final : public TReportDataNode<ENodeKind::QdDeItem> {
+ public:
+  std::wstring GetKey() const override;
+  std::wstring code;
+  std::wstring name;
+  std::wstring unit;
+  std::wstring feature;  ///< of bill items alone
+};
+
+#endif  // TALLY_REPORT_MODEL_REPORT_DATA_NODE_H_

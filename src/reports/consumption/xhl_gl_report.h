@@ -1,0 +1,30 @@
+// Quantity overview.
+#ifndef TALLY_REPORTS_CONSUMPTION_XHL_GL_REPORT_H_
+#define TALLY_REPORTS_CONSUMPTION_XHL_GL_REPORT_H_
+
+#include <string>
+
+#include "report_model/report_types.h"
+#include "reports/shared/node_report.h"
+#include "reports/shared/section_passes.h"
+
+/// One figure for each attribute within each group of the overview table (CReportXHlGlTypeData).
+/// Folds the main calculation items of the set of CTallyDataMng::GetXhlGlData. It has no levels.
+class CXhlGlReport final : public CNodeReport {
+ public:
+  void CreatData() override;
+
+  /// Appends the rows of discipline `spec` to `rows`:
+  ///   "@P" section                             with `bySgd` not 0
+  ///   "@A" attribute name, unit, quantity
+  /// The groups show in the order of the rows alone. Nothing for a discipline that has no data.
+  virtual void GetGlData(Report::CellArray& rows, const std::wstring& requestSpec,
+                         const Report::SNewCondition& requestCondition, int bySgd);
+
+ private:
+  CCellBlock GroupRows(const CReportType& group, bool largerFirst,
+                       const CSectionChoice& sections) const;
+  bool AddCalItem(double& total, const CReportCalItem& item, const CSectionChoice& sections) const;
+};
+
+#endif  // TALLY_REPORTS_CONSUMPTION_XHL_GL_REPORT_H_

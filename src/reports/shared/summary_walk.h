@@ -1,0 +1,102 @@
+// The lower half of the walk of the five summaries: floors, system codes, results.
+#ifndef TALLY_REPORTS_SHARED_SUMMARY_WALK_H_
+#define TALLY_REPORTS_SHARED_SUMMARY_WALK_H_
+
+#include <cstddef>
+#include <functional>
+#include <limits>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "report_model/cell_block.h"
+#include "report_model/report_data_node.h"
+#include "report_model/report_types.h"
+#include "report_model/row_results.h"
+#include "reports/shared/level_test.h"
+#include "reports/shared/picked_floor.h"
+#include "reports/shared/section_passes.h"
+
+/// Where the extra "$" of a result's references stands.
+enum class EChainMark { Behind, Ahead };
+/// Which of a floor's system codes are walked, and in which order.
+enum class EFirstSysCodes {
+  BySortNumber,  ///< by sort number; of equal ones the last in key order alone
+  AllByKey,      ///< all, in key order
+};
+/// The second cell of a floor row.
+enum class EFloorCell { SelectedFloor, DrawingFloor };
+
+/// The points below the attributes in which the summaries differ.
+struct SSummaryShape {
+  static constexpr int kNoLines = std::numeric_limits<int>::min();
+
+  CLevelTest floorRow;
+  int firstSysCodeLevel;     ///< level that opens the first system codes
+  int lineLevel = kNoLines;  ///< the level, and no other, that shows lines
+  EChainMark chainMark = EChainMark::Behind;
+  EFirstSysCodes firstSysCodes = EFirstSysCodes::BySortNumber;
+  EFloorCell floorCell = EFloorCell::SelectedFloor;
+};
+
+/// What a request asks for; `sysCodes` are the names allowed at each system code level.
+struct SSummaryRequest {
+  const std::wstring& spec;
+  const Report::SNewCondition& condition;
+  const std::vector<std::set<std::wstring, std::less<>>>& sysCodes;
+  int level;
+};
+
+/// Walks the nodes of one pass. Sums rise from the results in the tree's order while each
+/// level's blocks are put in the order of the rows; hidden levels are summed all the same.
+class CSummaryWalk {
+ public:
+  /// `sections` tells what the pass counts.
+  CSummaryWalk(const SSummaryShape& shape, const SSummaryRequest& request,
+               const CSectionChoice& sections)
+      : shape_(shape), request_(request), sections_(sections) {}
+
+  const SSummaryRequest& Request() const { return request_; }
+
+  /// Walks the floors among `children` that the filter selects, adds their quantities to `sum` and
+  /// appends their rows to `out`, as deep as `level` opens. True if anything was counted.
+  bool AddFloors(double& sum, CCellBlock& out, const Report::NodeMap& children,
+                 std::wstring_view unit, int level);
+
+ private:
+  // One system code on the way down, its sum so far and the rows of what lies below it.
+  struct SFrame {
+    SFrame(const CReportSysCode& sysCode, std::size_t firstReference)
+        : node(sysCode), next(sysCode.children.begin()), chainBegin(firstReference) {}
+    const CReportSysCode& node;
+    Report::NodeMap::const_iterator next;
+    std::size_t chainBegin;  // in references_
+    double sum = 0;
+    std::set<CSysResultData> blocks;
+    CCellBlock lines;
+    int lineNumber = 1;
+    bool counted = false;
+  };
+
+  bool AddFloor(double& sum, CCellBlock& out, const CReportFloor& node, const CPickedFloor& picked,
+                const std::wstring& shownFloor);
+  std::vector<const CReportSysCode*> FirstSysCodes(const CReportFloor& node) const;
+  bool AddSysCode(double& sum, CCellBlock& out, const CReportSysCode& first,
+                  const CPickedFloor& picked);
+  bool Enter(const CReportSysCode& node);
+  bool AddResult(SFrame& frame, const CReportResult& result, const CPickedFloor& picked);
+  void AddLine(SFrame& frame, const CReportResult& result, double quantity, int floorCount) const;
+  CCellBlock SysCodeRows(SFrame& frame, std::size_t depth) const;
+  std::wstring ChainText(std::size_t begin) const;
+
+  const SSummaryShape& shape_;
+  const SSummaryRequest& request_;
+  const CSectionChoice& sections_;
+  std::wstring_view unit_;  // of the item in hand: every sum below it has this unit
+  int level_ = 0;           // of the item in hand
+  std::vector<SFrame> frames_;
+  std::vector<const CReportResult*> references_;  // results counted so far below the floor in hand
+};
+
+#endif  // TALLY_REPORTS_SHARED_SUMMARY_WALK_H_
