@@ -2,6 +2,9 @@
 
 #include "platform/portable/utf8_text.h"
 #include "report_mng/result_config.h"
+#include "reports/bill_quota/de_hz_report.h"
+#include "reports/bill_quota/qd_de_hz_report.h"
+#include "reports/bill_quota/qd_hz_report.h"
 #include "reports/consumption/pj_hz_report.h"
 #include "reports/consumption/xhl_cg_hz_report.h"
 #include "reports/consumption/xhl_gl_report.h"
@@ -75,6 +78,12 @@ constexpr SCatalogReport kReports[] = {
                                        "over-height-summary", nullptr),
     Line<&CPjHzReport::GetPjHzData>(Report::ReportPjHz, kAnyVariant, L"配件汇总表",
                                     "fitting-summary", nullptr),
+    Line<&CDeHzReport::GetDeHzData>(Report::ReportDeHz, kAnyVariant, L"定额汇总表", "quota-summary",
+                                    nullptr),
+    Line<&CQdDeHzReport::GetQdDeHzData>(Report::ReportQdDeHz, kAnyVariant, L"清单定额汇总表",
+                                        "bill-quota-summary", nullptr),
+    Line<&CQdHzReport::GetQdHzData>(Report::ReportQdHz, kAnyVariant, L"清单汇总表", "bill-summary",
+                                    nullptr),
 };
 
 }  // namespace

@@ -3,6 +3,9 @@
 #include "filter_trees/category_tree.h"
 #include "filter_trees/floor_tree.h"
 #include "filter_trees/sys_code_tree.h"
+#include "reports/bill_quota/de_hz_report.h"
+#include "reports/bill_quota/qd_de_hz_report.h"
+#include "reports/bill_quota/qd_hz_report.h"
 #include "reports/consumption/pj_hz_report.h"
 #include "reports/consumption/xhl_cg_hz_report.h"
 #include "reports/consumption/xhl_gl_report.h"
@@ -37,6 +40,9 @@ constexpr SReportClass kReportClasses[] = {
     {Report::ReportXhlGl, kAnyVariant, MakeNew<CXhlGlReport>},
     {Report::ReportXhlCgHz, kAnyVariant, MakeNew<CXhlCgHzReport>},
     {Report::ReportPjHz, kAnyVariant, MakeNew<CPjHzReport>},
+    {Report::ReportDeHz, kAnyVariant, MakeNew<CDeHzReport>},
+    {Report::ReportQdDeHz, kAnyVariant, MakeNew<CQdDeHzReport>},
+    {Report::ReportQdHz, kAnyVariant, MakeNew<CQdHzReport>},
 };
 
 constexpr STreeClass kTreeClasses[] = {

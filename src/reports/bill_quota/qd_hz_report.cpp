@@ -1,0 +1,41 @@
+#include "reports/bill_quota/qd_hz_report.h"
+
+#include "platform/project_settings.h"
+#include "result_store/tally_data_mng.h"
+
+namespace {
+
+constexpr SBillQuotaShape kShape{
+    .summary = {.floorRow = CLevelTest::AtLeast(CQdHzReport::LevelFloor),
+                .firstSysCodeLevel = CQdHzReport::LevelSysCode1,
+                .lineLevel = CQdHzReport::LevelDetail},
+    .items = EChapterItems::Bills,
+    .categoryRow = CLevelTest::Not(0),
+    .attributeRow = CLevelTest::Not(0),
+    .showsChapterNumber = true,
+};
+
+}  // namespace
+
+CQdHzReport::CQdHzReport() : CBillQuotaReport(kShape) {}
+
+void CQdHzReport::CreatData() {
+  const auto& data = CTallyDataMng::Instance()->GetQdDeHzData();
+  const std::wstring billLibrary = CAtt().GetQdCode();
+  CRowFolder fold(root, data);
+  for (const auto& row : data.rows) {
+    // A row's other indices are looked at only once it has passed.
+    if (!row.isQd || Item(data, row.qdItem, true).library != billLibrary) {
+      continue;
+    }
+    fold.Begin(row).Spec();
+    FoldChapter(fold, data, row.qdItem, true);
+    FoldItem(fold, data, row.qdItem, true);
+    FoldBelowItems(fold);
+  }
+}
+
+void CQdHzReport::GetQdHzData(Report::CellArray& rows, const std::wstring& requestSpec,
+                              const Report::SNewCondition& requestCondition, int level, int bySgd) {
+  ShowItems(rows, requestSpec, requestCondition, level, bySgd);
+}
