@@ -5,6 +5,9 @@
 #include "reports/bill_quota/de_hz_report.h"
 #include "reports/bill_quota/qd_de_hz_report.h"
 #include "reports/bill_quota/qd_hz_report.h"
+#include "reports/calculation_books/xhl_jss2f_report.h"
+#include "reports/calculation_books/xhl_jss2m_report.h"
+#include "reports/calculation_books/xhl_jss2s_report.h"
 #include "reports/consumption/pj_hz_report.h"
 #include "reports/consumption/xhl_cg_hz_report.h"
 #include "reports/consumption/xhl_gl_report.h"
@@ -67,6 +70,8 @@ constexpr SCatalogReport Line(Report::EReportType type, int variant, const wchar
 }
 
 constexpr int kAnyVariant = SCatalogReport::kAnyVariant;
+constexpr const wchar_t* kBookTitle = L"系统计算书";
+constexpr const char* kBookName = "calculation-book";
 
 // A new report is one line here and its layout in row_layouts.cpp.
 constexpr SCatalogReport kReports[] = {
@@ -78,6 +83,10 @@ constexpr SCatalogReport kReports[] = {
                                        "over-height-summary", nullptr),
     Line<&CPjHzReport::GetPjHzData>(Report::ReportPjHz, kAnyVariant, L"配件汇总表",
                                     "fitting-summary", nullptr),
+    Line<&CXhlJss2MReport::GetSysJssData>(Report::ReportSysJss, 0, kBookTitle, kBookName, "member"),
+    Line<&CXhlJss2FReport::GetSysJssData>(Report::ReportSysJss, 1, kBookTitle, kBookName, "floor"),
+    Line<&CXhlJss2SReport::GetSysJssData>(Report::ReportSysJss, kAnyVariant, kBookTitle, kBookName,
+                                          "system"),
     Line<&CDeHzReport::GetDeHzData>(Report::ReportDeHz, kAnyVariant, L"定额汇总表", "quota-summary",
                                     nullptr),
     Line<&CQdDeHzReport::GetQdDeHzData>(Report::ReportQdDeHz, kAnyVariant, L"清单定额汇总表",

@@ -6,6 +6,9 @@
 #include "reports/bill_quota/de_hz_report.h"
 #include "reports/bill_quota/qd_de_hz_report.h"
 #include "reports/bill_quota/qd_hz_report.h"
+#include "reports/calculation_books/xhl_jss2f_report.h"
+#include "reports/calculation_books/xhl_jss2m_report.h"
+#include "reports/calculation_books/xhl_jss2s_report.h"
 #include "reports/consumption/pj_hz_report.h"
 #include "reports/consumption/xhl_cg_hz_report.h"
 #include "reports/consumption/xhl_gl_report.h"
@@ -36,6 +39,9 @@ std::unique_ptr<IReport> MakeNew() {
 
 // The one place that names the report classes. A new report is one line here.
 constexpr SReportClass kReportClasses[] = {
+    {Report::ReportSysJss, 0, MakeNew<CXhlJss2MReport>},
+    {Report::ReportSysJss, 1, MakeNew<CXhlJss2FReport>},
+    {Report::ReportSysJss, kAnyVariant, MakeNew<CXhlJss2SReport>},
     {Report::ReportXhlHz, kAnyVariant, MakeNew<CXhlHzReport>},
     {Report::ReportXhlGl, kAnyVariant, MakeNew<CXhlGlReport>},
     {Report::ReportXhlCgHz, kAnyVariant, MakeNew<CXhlCgHzReport>},
