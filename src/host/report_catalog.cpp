@@ -12,6 +12,9 @@
 #include "reports/consumption/xhl_cg_hz_report.h"
 #include "reports/consumption/xhl_gl_report.h"
 #include "reports/consumption/xhl_hz_report.h"
+#include "reports/special/brush_paint_report.h"
+#include "reports/special/xhl_duct_h2s_report.h"
+#include "reports/special/xhl_pipe_jrbw_report.h"
 
 namespace {
 
@@ -87,6 +90,12 @@ constexpr SCatalogReport kReports[] = {
     Line<&CXhlJss2FReport::GetSysJssData>(Report::ReportSysJss, 1, kBookTitle, kBookName, "floor"),
     Line<&CXhlJss2SReport::GetSysJssData>(Report::ReportSysJss, kAnyVariant, kBookTitle, kBookName,
                                           "system"),
+    Line<&CBrushPaintReport::GetBrushPaintData>(Report::ReportBrushPaint, kAnyVariant,
+                                                L"刷油工作量表", "paint-work", nullptr),
+    Line<&CXhlDuctH2SReport::GetDuctHData>(Report::ReportDuctH, kAnyVariant, L"风管壁厚表",
+                                           "duct-wall-thickness", nullptr),
+    Line<&CXhlPipeJRBWReport::GetPipeJRBWData>(Report::ReportPipeJRBW, kAnyVariant, L"绝热保温表",
+                                               "insulation", nullptr),
     Line<&CDeHzReport::GetDeHzData>(Report::ReportDeHz, kAnyVariant, L"定额汇总表", "quota-summary",
                                     nullptr),
     Line<&CQdDeHzReport::GetQdDeHzData>(Report::ReportQdDeHz, kAnyVariant, L"清单定额汇总表",

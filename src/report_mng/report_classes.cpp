@@ -13,6 +13,9 @@
 #include "reports/consumption/xhl_cg_hz_report.h"
 #include "reports/consumption/xhl_gl_report.h"
 #include "reports/consumption/xhl_hz_report.h"
+#include "reports/special/brush_paint_report.h"
+#include "reports/special/xhl_duct_h2s_report.h"
+#include "reports/special/xhl_pipe_jrbw_report.h"
 
 namespace {
 
@@ -46,6 +49,9 @@ constexpr SReportClass kReportClasses[] = {
     {Report::ReportXhlGl, kAnyVariant, MakeNew<CXhlGlReport>},
     {Report::ReportXhlCgHz, kAnyVariant, MakeNew<CXhlCgHzReport>},
     {Report::ReportPjHz, kAnyVariant, MakeNew<CPjHzReport>},
+    {Report::ReportPipeJRBW, kAnyVariant, MakeNew<CXhlPipeJRBWReport>},
+    {Report::ReportBrushPaint, kAnyVariant, MakeNew<CBrushPaintReport>},
+    {Report::ReportDuctH, kAnyVariant, MakeNew<CXhlDuctH2SReport>},
     {Report::ReportDeHz, kAnyVariant, MakeNew<CDeHzReport>},
     {Report::ReportQdDeHz, kAnyVariant, MakeNew<CQdDeHzReport>},
     {Report::ReportQdHz, kAnyVariant, MakeNew<CQdHzReport>},

@@ -1,0 +1,179 @@
+#include "reports/special/brush_paint_report.h"
+
+#include <array>
+#include <map>
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "platform/text_numbers.h"
+#include "platform/text_tool.h"
+#include "report_model/row_results.h"
+#include "reports/special/sum_blocks.h"
+#include "result_store/tally_data_mng.h"
+
+namespace {
+
+constexpr SSpecialShape kShape{
+    .floorPairTest = EFloorPairTest::None,
+    .floorRow = CLevelTest::AtLeast(CSpecialReport::LevelFloor),
+    .attributeRow = CLevelTest::AtLeast(CSpecialReport::LevelAttribute),
+    .remark = ERemark::InBrackets,
+    .headKey = EHeadKey::Unit,
+};
+
+constexpr SSpecialOrderRule kOrder{
+    .comparesSysCodeTexts = true,
+    .attText = ETextOrder::Narrow,
+    .calItem = ETextOrder::Narrow,
+    .unit = ETextOrder::Plain,
+};
+
+constexpr std::wstring_view kSupport = L"BIM支架";
+constexpr std::wstring_view kSupportArea = L"刷油面积";
+constexpr std::wstring_view kPipeArea = L"外表面积";
+
+bool IsWaterPipe(std::wstring_view spec, std::wstring_view category) {
+  return (spec == L"给排水" && category == L"管道") || (spec == L"暖通" && category == L"水管") ||
+         (spec == L"消防" && category == L"管网");
+}
+
+struct SPaint {
+  std::wstring name;
+  int coats;
+};
+
+// The paints of an attribute line, read once for each attribute and prefix.
+class CPaints {
+ public:
+  const std::vector<SPaint>& Of(std::size_t attrIndex, const std::wstring& prefix,
+                                const std::wstring& line) {
+    const auto [at, isNew] = paints_.try_emplace({attrIndex, prefix});
+    if (isNew) {
+      at->second = Read(line);
+    }
+    return at->second;
+  }
+  bool Knows(std::size_t attrIndex, const std::wstring& prefix) const {
+    return paints_.contains({attrIndex, prefix});
+  }
+
+ private:
+  static std::vector<SPaint> Read(const std::wstring& value) {
+    constexpr int kMostCoats = 999;
+    std::vector<SPaint> paints;
+    Report::CellArray items;
+    KorString::Split(value, items, L';');
+    for (const std::wstring& item : items) {
+      Report::CellArray parts;
+      KorString::Split(item, parts, L',');
+      const int coats = parts.size() == 2 ? ReadLeadingInt(parts[1]) : 0;
+      if (coats <= kMostCoats) {
+        paints.push_back({parts.empty() ? std::wstring() : parts[0], coats});
+      }
+    }
+    return paints;
+  }
+  std::map<std::pair<std::size_t, std::wstring>, std::vector<SPaint>> paints_;
+};
+
+}  // namespace
+
+CBrushPaintReport::CBrushPaintReport() : CSpecialReport(kShape) {}
+
+std::wstring CBrushPaintReport::GetBrushCategory(const KorDMRec::SKorDMSpecRec& spec,
+                                                 const KorDMRec::SKorDMCategoryRec& category,
+                                                 const KorDMRec::SKorDMCalItemDetailQRec& item) {
+  if (category.category == kSupport) {
+    return item.name == kSupportArea || item.name == L"构件数量" ? L"支架刷油" : L"";
+  }
+  if (IsWaterPipe(spec.name, category.category)) {
+    return item.name == kPipeArea || item.name == L"管道长度" ? L"管道刷油" : L"";
+  }
+  return {};
+}
+
+bool CBrushPaintReport::IsBrushPaint(const CReportCategory& category,
+                                     const CReportCalItem& item) const {
+  if (category.category == kSupport) {
+    return item.name == kSupportArea;
+  }
+  return IsWaterPipe(spec, category.category) && item.name == kPipeArea;
+}
+
+std::wstring CBrushPaintReport::GetBrushPaintName(const CReportBrushPaint& node) {
+  static constexpr std::array kCoats{L"第一遍", L"第二遍", L"第三遍", L"第四遍", L"第五遍",
+                                     L"第六遍", L"第七遍", L"第八遍", L"第九遍"};
+  std::wstring name = node.text2 + L":";
+  const auto coat = static_cast<std::size_t>(node.number2);
+  if (coat >= 1 && coat <= kCoats.size()) {
+    name += kCoats[coat - 1];
+  }
+  return name;
+}
+
+void CBrushPaintReport::CreatData() {
+  const auto& data = CTallyDataMng::Instance()->GetXhlDetailData();
+  CRowFolder fold(root, data);
+  CPaints paints;
+  for (const auto& row : data.rows) {
+    fold.Begin(row);
+    const auto& specRecord = fold.SpecRecord();
+    const auto& category = fold.CategoryRecord();
+    const std::wstring prefix = GetBrushCategory(specRecord, category, fold.CalItemRecord());
+    if (prefix.empty()) {
+      continue;
+    }
+    std::wstring value;
+    if (!paints.Knows(fold.AttrIndex(), prefix)) {
+      ReadParameter(value, fold.AttrRecord(), prefix);
+    }
+    const int sortId =
+        CTallyDataMng::Instance()->GetBigCategorySortId(specRecord.name, category.category);
+    for (const SPaint& paint : paints.Of(fold.AttrIndex(), prefix, value)) {
+      for (int coat = 1; coat <= paint.coats; ++coat) {
+        fold.Again().Spec().Down([&](auto& to) {
+          return CReportDataMethod::GetBrushPaint(to, sortId, coat, category.category, paint.name);
+        });
+        FoldBelowGroup(fold);
+      }
+    }
+  }
+}
+
+void CBrushPaintReport::GetBrushPaintData(Report::CellArray& rows, const std::wstring& requestSpec,
+                                          const Report::SNewCondition& requestCondition, int level,
+                                          int bySgd) {
+  ShowGroups<CReportBrushPaint, CBrushPaintData, kOrder>(
+      rows, requestSpec, requestCondition, level, bySgd,
+      [this](const CReportBrushPaint& group, const auto& candidates) {
+        SSumQuantityData sum;
+        CCellBlock detail = SumRows(sum, candidates, EHeadRows::AllItems);
+        Report::CellArray head{L"@T", IsWaterPipe(spec, group.text1) ? L"水管" : group.text1,
+                               GetBrushPaintName(group), sum.unit};
+        AppendQuantities(head, sum.quantities);
+        CCellBlock block(std::move(head));
+        block.Append(std::move(detail));
+        return std::optional<CBrushPaintData>(std::in_place, group.number1, group.number2,
+                                              group.text2, std::move(block));
+      });
+}
+
+bool CBrushPaintReport::ShowsAtLevel0(const CReportCalItem& /*item*/, bool /*isMain*/) const {
+  return true;
+}
+
+// Only the painted area makes totals, floors and system codes; attributes show the other items too.
+bool CBrushPaintReport::FeedsHeads(const CReportCategory& category,
+                                   const CReportCalItem& item) const {
+  return IsBrushPaint(category, item);
+}
+
+bool CBrushPaintReport::PrintsHeads(const CReportCalItem& /*item*/, bool /*isMain*/) const {
+  return true;
+}
+
+bool CBrushPaintReport::SortsAscending(const CReportCategory& category) const {
+  return !SortsLargerFirst(spec, category);
+}

@@ -1,0 +1,126 @@
+#include "reports/special/xhl_duct_h2s_report.h"
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "report_mng/result_config.h"
+#include "report_model/row_results.h"
+#include "reports/special/sum_blocks.h"
+#include "result_store/tally_data_mng.h"
+
+namespace {
+
+constexpr SSpecialShape kShape{
+    .floorPairTest = EFloorPairTest::LeavesOut,
+    .floorRow = CLevelTest::AtLeast(CSpecialReport::LevelFloor),
+    .attributeRow = CLevelTest::Not(CSpecialReport::LevelTotal),
+    .remark = ERemark::InBrackets,
+    .headKey = EHeadKey::Unit,
+};
+
+constexpr SSpecialOrderRule kOrder{
+    .comparesSysCodeTexts = true,
+    .attText = ETextOrder::Plain,
+    .calItem = ETextOrder::Narrow,
+    .unit = ETextOrder::Narrow,
+};
+
+constexpr std::wstring_view kVentilation = L"暖通";
+
+bool IsSleeve(const KorDMRec::SKorDMSpecRec& spec, const KorDMRec::SKorDMCategoryRec& category) {
+  return spec.name == kVentilation && category.category == L"BIM附件" &&
+         category.kind == L"风管套管";
+}
+
+struct SPlate {
+  std::wstring material;
+  std::wstring thickness;
+};
+
+// Material and thickness of each attribute, read once: a sleeve has lines of its own, and keeps
+// what the duct's lines say where it lacks them.
+struct SPlates {
+  std::optional<SPlate> duct;
+  std::optional<SPlate> sleeve;
+};
+
+}  // namespace
+
+CXhlDuctH2SReport::CXhlDuctH2SReport() : CSpecialReport(kShape) {}
+
+bool CXhlDuctH2SReport::CheckDuctHData(const KorDMRec::SKorDMSpecRec& spec,
+                                       const KorDMRec::SKorDMCategoryRec& category,
+                                       const KorDMRec::SKorDMCalItemDetailQRec& item) {
+  const bool isDuct = spec.name == kVentilation && category.category == L"风管";
+  if (!isDuct && !IsSleeve(spec, category)) {
+    return false;
+  }
+  // A flexible duct has no wall thickness.
+  return category.kind != L"柔性风管" && (item.name == L"风管长度" || item.name == L"展开面积");
+}
+
+void CXhlDuctH2SReport::CreatData() {
+  const auto& data = CTallyDataMng::Instance()->GetXhlDetailData();
+  CRowFolder fold(root, data);
+  std::vector<SPlates> plates(data.attrs.size());
+  for (const auto& row : data.rows) {
+    fold.Begin(row);
+    if (!CheckDuctHData(fold.SpecRecord(), fold.CategoryRecord(), fold.CalItemRecord())) {
+      continue;
+    }
+    const bool isSleeve = IsSleeve(fold.SpecRecord(), fold.CategoryRecord());
+    SPlates& read = plates[fold.AttrIndex()];
+    std::optional<SPlate>& plate = isSleeve ? read.sleeve : read.duct;
+    if (!plate) {
+      plate.emplace();
+      ReadParameter(plate->material, fold.AttrRecord(), L"风管材质:");
+      ReadParameter(plate->thickness, fold.AttrRecord(), L"风管壁厚H(mm):");
+      if (isSleeve) {
+        ReadParameter(plate->material, fold.AttrRecord(), L"套管材质:");
+        ReadParameter(plate->thickness, fold.AttrRecord(), L"板材厚度:");
+      }
+    }
+    fold.Spec().Down([&](auto& to) {
+      return CReportDataMethod::GetDuctHType(to, isSleeve ? L"风管套管" : L"风管", plate->material,
+                                             plate->thickness);
+    });
+    FoldBelowGroup(fold);
+  }
+}
+
+void CXhlDuctH2SReport::GetDuctHData(Report::CellArray& rows, const std::wstring& requestSpec,
+                                     const Report::SNewCondition& requestCondition, int level,
+                                     int bySgd) {
+  ShowGroups<CReportDuctHType, CAttResultData, kOrder>(
+      rows, requestSpec, requestCondition, level, bySgd,
+      [](const CReportDuctHType& group, const auto& candidates) {
+        SSumQuantityData sum;
+        CCellBlock detail = SumRows(sum, candidates, EHeadRows::MainItem);
+        Report::CellArray head{
+            L"@T", group.text1 + L":" + group.text2 + L":" + group.text3 + L"(mm)", sum.unit};
+        AppendQuantities(head, sum.quantities);
+        CCellBlock block(std::move(head));
+        block.Append(std::move(detail));
+        // The thicker plate of a material comes first.
+        return std::optional<CAttResultData>(std::in_place, true, std::wstring(), group.GetKey(),
+                                             std::move(block));
+      });
+}
+
+bool CXhlDuctH2SReport::ShowsAtLevel0(const CReportCalItem& /*item*/, bool isMain) const {
+  return isMain;
+}
+
+bool CXhlDuctH2SReport::FeedsHeads(const CReportCategory& /*category*/,
+                                   const CReportCalItem& /*item*/) const {
+  return true;
+}
+
+bool CXhlDuctH2SReport::PrintsHeads(const CReportCalItem& /*item*/, bool isMain) const {
+  return isMain;
+}
+
+bool CXhlDuctH2SReport::SortsAscending(const CReportCategory& /*category*/) const {
+  return !CResultConfig::Instance()->GetLineSortDowm();
+}

@@ -1,0 +1,260 @@
+#include "reports/special/xhl_pipe_jrbw_report.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/text_numbers.h"
+#include "report_mng/result_config.h"
+#include "report_model/report_data_method.h"
+#include "reports/special/sum_blocks.h"
+#include "result_store/report_main_cal_item_data.h"
+#include "result_store/tally_data_mng.h"
+
+namespace {
+
+constexpr SSpecialShape kShape{
+    .floorPairTest = EFloorPairTest::LeavesOut,
+    .floorRow = CLevelTest::Not(CSpecialReport::LevelAttribute),
+    .attributeRow = CLevelTest::AtLeast(CSpecialReport::LevelAttribute),
+    .remark = ERemark::Bare,
+    .headKey = EHeadKey::ItemAndUnit,
+};
+
+constexpr SSpecialOrderRule kOrder{
+    .comparesSysCodeTexts = false,
+    .attText = ETextOrder::Plain,
+    .calItem = ETextOrder::Plain,
+    .unit = ETextOrder::Plain,
+};
+
+using Candidates = SpecialRows<kOrder>;
+
+// A printed block: ducts, then water pipes, then equipment; by material; thicker first.
+struct SJRBWLineData : SRowBlock {
+  SJRBWLineData(std::wstring type, std::wstring material, std::wstring thickness,
+                CCellBlock&& block)
+      : SRowBlock{std::move(block)},
+        Type(std::move(type)),
+        Material(std::move(material)),
+        Thickness(std::move(thickness)) {}
+
+  bool operator<(const SJRBWLineData& other) const {
+    return SortDown ? other.Precedes(*this) : Precedes(other);
+  }
+
+  bool SortDown = false;
+  std::wstring Type;
+  std::wstring Material;
+  std::wstring Thickness;
+
+ private:
+  static constexpr std::array<std::wstring_view, 3> TypeOrder{L"风管", L"水管", L"设备"};
+
+  auto TypePosition() const {
+    return std::find(TypeOrder.begin(), TypeOrder.end(), Type) - TypeOrder.begin();
+  }
+  bool Precedes(const SJRBWLineData& other) const {
+    const auto position = TypePosition();
+    const auto otherPosition = other.TypePosition();
+    if (position != otherPosition) {
+      return position < otherPosition;
+    }
+    if (Material != other.Material) {
+      return Material < other.Material;
+    }
+    return Thickness != other.Thickness &&
+           ReadLeadingNumber(Thickness) > ReadLeadingNumber(other.Thickness);
+  }
+};
+
+struct SInsulation {
+  std::wstring material;
+  std::wstring thickness;
+};
+
+std::wstring InsulatedType(const KorDMRec::SKorDMCategoryRec& category) {
+  if (category.kind == L"水箱") {
+    return L"设备";
+  }
+  const bool isPipe = category.category == L"管道" || category.category == L"管网";
+  return isPipe ? L"水管" : category.category;
+}
+
+// Composes the rows of one block.
+class CBlockRows {
+ public:
+  CBlockRows(const Candidates& candidates, const std::wstring& totalItem)
+      : candidates_(candidates), totalItem_(totalItem) {}
+
+  CCellBlock Rows() {
+    CCellBlock rows;
+    for (const SSpecialRow& row : candidates_) {
+      rows.AddRow(RowOf(row));
+    }
+    return rows;
+  }
+  const Report::STypeSumQuantityData& Sum() const { return sum_; }
+  const std::wstring& Item() const { return *item_; }
+
+ private:
+  Report::CellArray RowOf(const SSpecialRow& row) {
+    const bool isLoop = row.LoopNumber != 0;
+    const bool hasAttribute = !row.AttName().empty() && !row.AttText().empty();
+    const bool isHead = row.AttName().empty() && row.AttText().empty() && !isLoop;
+    if (isHead && row.CalItem->find(totalItem_) != std::wstring::npos) {
+      if (row.Floor->empty() && row.SysCode->empty()) {
+        sum_ = {*row.Unit,       row.Quantity[0], row.Quantity[1],
+                row.Quantity[2], row.Quantity[3], row.FloorCount};
+        item_ = row.CalItem;
+        return {};
+      }
+      if (!row.Floor->empty()) {
+        return row.SysCode->empty() ? Cells({L"@F", *row.Floor, *row.FloorName}, row)
+                                    : Cells({L"@S", *row.SysCode}, row);
+      }
+    }
+    if (!hasAttribute || row.CalItem->empty() || (isLoop && !row.IsMainItem) || !HasVolume(row)) {
+      return {};
+    }
+    return isLoop ? Cells({L"@L", row.LoopName(), *row.CalItem}, row)
+                  : Cells({L"@CI", row.AttName(), row.AttText(), *row.CalItem}, row);
+  }
+
+  // Whether the block has a volume row for the same attribute on the same floor and system code.
+  bool HasVolume(const SSpecialRow& row) const {
+    SSpecialRow volume = row;
+    volume.CalItem = item_;
+    volume.Unit = &sum_.unit;
+    volume.IsMainItem = false;
+    volume.LoopNumber = 0;
+    return candidates_.find(volume) != candidates_.end();
+  }
+
+  static Report::CellArray Cells(std::initializer_list<std::wstring_view> head,
+                                 const SSpecialRow& row) {
+    // Unit, references and four quantities.
+    constexpr std::size_t kTail = 6;
+    Report::CellArray cells;
+    cells.reserve(head.size() + kTail);
+    for (const std::wstring_view text : head) {
+      cells.emplace_back(text);
+    }
+    cells.push_back(*row.Unit);
+    cells.push_back(row.Expression());
+    AppendQuantities(cells, row.Quantity);
+    return cells;
+  }
+
+  const Candidates& candidates_;
+  const std::wstring& totalItem_;
+  Report::STypeSumQuantityData sum_;
+  const std::wstring* item_ = &NoText();
+};
+
+}  // namespace
+
+CXhlPipeJRBWReport::CXhlPipeJRBWReport() : CSpecialReport(kShape) {}
+
+bool CXhlPipeJRBWReport::CheckIsNeedData(std::wstring_view spec, std::wstring_view category,
+                                         std::wstring_view kind, std::wstring_view item) {
+  if (spec == L"电气" || spec == L"弱电" || spec == L"建筑") {
+    return false;
+  }
+  const bool isPipe = category == L"管道" || category == L"管网" || category == L"水管";
+  const bool isDuct = category == L"风管";
+  const bool isTank = kind == L"水箱";
+  if (!isPipe && !isDuct && !isTank) {
+    return false;
+  }
+  return item == CReportMainCalItemData::Instance()->GetMainCalItem(spec, category, kind) ||
+         (isPipe && item == L"绝热保温体积") || (isDuct && item == L"风管保温体积") ||
+         (isTank && item == L"保温体积");
+}
+
+bool CXhlPipeJRBWReport::CheckIsOk(const std::set<std::wstring>& filter) {
+  static constexpr std::array<std::wstring_view, 7> kCategories{
+      L"管道", L"风管", L"水管", L"管网", L"设备", L"水暖设备", L"储存装置"};
+  return filter.empty() || std::any_of(filter.begin(), filter.end(), [](const std::wstring& entry) {
+           const std::wstring_view category = std::wstring_view(entry).substr(0, entry.find(L'\\'));
+           return std::find(kCategories.begin(), kCategories.end(), category) != kCategories.end();
+         });
+}
+
+void CXhlPipeJRBWReport::CreatData() {
+  const auto& data = CTallyDataMng::Instance()->GetXhlDetailData();
+  CRowFolder fold(root, data);
+  std::vector<std::optional<SInsulation>> insulations(data.attrs.size());
+  for (const auto& row : data.rows) {
+    if (!fold.HasRecords(row)) {
+      continue;
+    }
+    fold.Begin(row);
+    const auto& category = fold.CategoryRecord();
+    if (!CheckIsNeedData(fold.SpecRecord().name, category.category, category.kind,
+                         fold.CalItemRecord().name)) {
+      continue;
+    }
+    std::optional<SInsulation>& insulation = insulations[fold.AttrIndex()];
+    if (!insulation) {
+      insulation.emplace();
+      ReadParameter(insulation->material, fold.AttrRecord(), L"保温材料");
+      ReadParameter(insulation->thickness, fold.AttrRecord(), L"保温厚度");
+    }
+    // An empty thickness reads as 0: no insulation.
+    if (ReadLeadingNumber(insulation->thickness) == 0.0) {
+      continue;
+    }
+    fold.Spec().Down([&](auto& to) {
+      return CReportDataMethod::GetPipeJRBW(to, InsulatedType(category), insulation->material,
+                                            insulation->thickness);
+    });
+    FoldBelowGroup(fold);
+  }
+}
+
+void CXhlPipeJRBWReport::GetPipeJRBWData(Report::CellArray& rows, const std::wstring& requestSpec,
+                                         const Report::SNewCondition& requestCondition, int level,
+                                         Report::EReportType type, int bySgd) {
+  if (!CheckIsOk(requestCondition.categories)) {
+    return;
+  }
+  totalItem_ = CReportDataMethod::GetTypeCalItem(type);
+  ShowGroups<CReportPipeJRBW, SJRBWLineData, kOrder>(
+      rows, requestSpec, requestCondition, level, bySgd,
+      [this](const CReportPipeJRBW& group,
+             const Candidates& candidates) -> std::optional<SJRBWLineData> {
+        CBlockRows blockRows(candidates, totalItem_);
+        CCellBlock detail = blockRows.Rows();
+        const Report::STypeSumQuantityData& sum = blockRows.Sum();
+        if (sum.quantity1 == 0.0) {
+          return std::nullopt;
+        }
+        Report::CellArray head{L"@T", group.text1, group.text2 + L":" + group.text3 + L"(mm)",
+                               blockRows.Item(), sum.unit};
+        AppendQuantities(head, {sum.quantity1, sum.quantity2, sum.quantity3, sum.quantity4});
+        CCellBlock block(std::move(head));
+        block.Append(std::move(detail));
+        return SJRBWLineData(group.text1, group.text2, group.text3, std::move(block));
+      });
+}
+
+bool CXhlPipeJRBWReport::ShowsAtLevel0(const CReportCalItem& item, bool /*isMain*/) const {
+  return IsVolume(item.name);
+}
+
+bool CXhlPipeJRBWReport::FeedsHeads(const CReportCategory& /*category*/,
+                                    const CReportCalItem& /*item*/) const {
+  return true;
+}
+
+bool CXhlPipeJRBWReport::PrintsHeads(const CReportCalItem& item, bool /*isMain*/) const {
+  return IsVolume(item.name);
+}
+
+// Pipes follow the configured direction, everything else runs from large to small.
+bool CXhlPipeJRBWReport::SortsAscending(const CReportCategory& category) const {
+  return category.kind.find(L'管') != std::wstring::npos &&
+         !CResultConfig::Instance()->GetLineSortDowm();
+}
