@@ -2,6 +2,7 @@
 
 #include <set>
 #include <string_view>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -137,7 +138,12 @@ class CFittings {
           static_cast<double>(result.components.size()) * result.quantity * picked.CountFor(result);
       auto at = elements_.find(element);
       if (at == elements_.end()) {
-        at = elements_.insert(element).first;
+        // Where the ordering is not consistent, the set may refuse what was not found.
+        bool isIn = false;
+        std::tie(at, isIn) = elements_.insert(element);
+        if (!isIn) {
+          return;
+        }
         at->Quantity = quantity;
       } else {
         at->Quantity += quantity;

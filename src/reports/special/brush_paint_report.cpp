@@ -28,6 +28,7 @@ constexpr SSpecialOrderRule kOrder{
     .attText = ETextOrder::Narrow,
     .calItem = ETextOrder::Narrow,
     .unit = ETextOrder::Plain,
+    .loops = ELoopOrder::Backwards,
 };
 
 constexpr std::wstring_view kSupport = L"BIM支架";

@@ -8,6 +8,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <tuple>
 #include <utility>
 
 #include "report_model/report_data_method.h"
@@ -123,7 +124,9 @@ class CSpecialReport : public CNodeReport {
 /// The detail's quantities, each times the number of its components and of floors.
 std::array<double, 4> DetailQuantities(const CReportResultDetail& detail, int floorCount);
 
-/// Adds a detail to the element equal to `row`, which is put in if there is none.
+/// Adds a detail to the element equal to `row`, which is put in if there is none. Where the
+/// ordering is not consistent, the set may refuse what was not found: the detail is then lost to
+/// this row.
 template <class TRows>
 void SumDetail(TRows& rows, const SSpecialRow& row, const CReportResultDetail& detail,
                const std::array<double, 4>& quantities, int floorCount, bool printsReferences) {
@@ -132,7 +135,11 @@ void SumDetail(TRows& rows, const SSpecialRow& row, const CReportResultDetail& d
     SSpecialRow first = row;
     first.Quantity = quantities;
     first.FloorCount = floorCount;
-    at = rows.insert(std::move(first)).first;
+    bool isIn = false;
+    std::tie(at, isIn) = rows.insert(std::move(first));
+    if (!isIn) {
+      return;
+    }
   } else {
     for (std::size_t i = 0; i < quantities.size(); ++i) {
       at->Quantity[i] += quantities[i];

@@ -35,7 +35,7 @@ int CompareTexts(const std::wstring& a, const std::wstring& b, ETextOrder order)
   return order == ETextOrder::Plain ? a.compare(b) : CompareAsNarrow(a, b);
 }
 
-int CompareLoops(const SSpecialRow& a, const SSpecialRow& b) {
+int CompareLoops(const SSpecialRow& a, const SSpecialRow& b, ELoopOrder order) {
   if (a.CategorySortId != b.CategorySortId) {
     return a.CategorySortId < b.CategorySortId ? -1 : 1;
   }
@@ -43,5 +43,8 @@ int CompareLoops(const SSpecialRow& a, const SSpecialRow& b) {
     // The names differ in their numbers alone, and the natural compare goes by these.
     return a.LoopNumber - b.LoopNumber;
   }
-  return CompareNatural(ToNarrowText(a.LoopName()), ToNarrowText(b.LoopName()), true);
+  const std::string nameA = ToNarrowText(a.LoopName());
+  const std::string nameB = ToNarrowText(b.LoopName());
+  return order == ELoopOrder::Forwards ? CompareNatural(nameA, nameB, true)
+                                       : CompareNatural(nameB, nameA, false);
 }

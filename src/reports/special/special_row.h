@@ -52,17 +52,22 @@ struct SSpecialRow {
 /// How a step of an ordering compares two texts.
 enum class ETextOrder { Plain, Narrow };
 
+/// How two circuits of kinds with one sort number compare: their numbers rise in both, but the
+/// names of the kinds run forwards or backwards.
+enum class ELoopOrder { Forwards, Backwards };
+
 /// The points in which the orderings differ.
 struct SSpecialOrderRule {
   bool comparesSysCodeTexts;  ///< sort numbers decide only where the texts differ
   ETextOrder attText;
   ETextOrder calItem;
   ETextOrder unit;
+  ELoopOrder loops;
 };
 
 int CompareTexts(const std::wstring& a, const std::wstring& b, ETextOrder order);
-/// Below zero when a's circuit goes first: by component kind, then by number.
-int CompareLoops(const SSpecialRow& a, const SSpecialRow& b);
+/// Below zero when a's circuit goes first: by component kind, then by name.
+int CompareLoops(const SSpecialRow& a, const SSpecialRow& b, ELoopOrder order);
 
 /// Orders the candidates of a block: floor, system code, attribute, the rows of items with the main
 /// one first, then circuits.
@@ -93,7 +98,7 @@ struct TSpecialOrder {
       return a.LoopNumber == 0;
     }
     if (a.LoopNumber != 0) {
-      return CompareLoops(a, b) < 0;
+      return CompareLoops(a, b, kRule.loops) < 0;
     }
     if (a.IsMainItem != b.IsMainItem) {
       return a.IsMainItem;

@@ -24,6 +24,7 @@ constexpr SSpecialOrderRule kOrder{
     .attText = ETextOrder::Plain,
     .calItem = ETextOrder::Narrow,
     .unit = ETextOrder::Narrow,
+    .loops = ELoopOrder::Backwards,
 };
 
 constexpr std::wstring_view kVentilation = L"暖通";

@@ -27,6 +27,7 @@ constexpr SSpecialOrderRule kOrder{
     .attText = ETextOrder::Plain,
     .calItem = ETextOrder::Plain,
     .unit = ETextOrder::Plain,
+    .loops = ELoopOrder::Forwards,
 };
 
 using Candidates = SpecialRows<kOrder>;

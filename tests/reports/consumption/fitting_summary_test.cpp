@@ -373,6 +373,19 @@ TEST_F(FittingSummary, MergesPipeLinesThatCompareEqualWhateverTheirFittings) {
   EXPECT_EQ(PjRows(0), (Lines{"@Cg|管道", "@A|\u0E01 沟槽连接", "@CI|管件|弯头|个|2|c2$$c1$$"}));
 }
 
+TEST_F(FittingSummary, LosesWhatTheOrderedSetNeitherFindsNorTakes) {
+  CTinyProject project;
+  // Upwards, each of two sizes of one value goes before the other.
+  project.Pj()
+      .Row({.component = L"c1", .attr = {L"DN1", L""}, .calItem = Bend()})
+      .Row({.component = L"c2", .attr = {L"DN1.0", L""}, .calItem = Bend()})
+      .Row({.floor = {L"2", L"2"}, .component = L"c3", .attr = {L"DN1.0", L""}, .calItem = Bend()});
+  Open(project);
+  CResultConfig::Instance()->SetLineSortDowm(false);
+  EXPECT_EQ(PjRows(0), (Lines{"@Cg|管道", "@A|DN1.0 沟槽连接", "@CI|管件|弯头|个|1|c2$$",
+                              "@Cg|管道", "@A|DN1 沟槽连接", "@CI|管件|弯头|个|1|c1$$"}));
+}
+
 TEST_F(FittingSummary, SortsFittingsByClassNameAndUnitAsNarrowTexts) {
   CTinyProject project;
   const auto row = [](const wchar_t* kind, const wchar_t* text1, const wchar_t* name,

@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -269,8 +270,7 @@ TEST_F(InsulationTable, CellsStandOneByOne) {
            Made(Item(L"管道长度", L"m", 5, 6, 7, 8), L"c2")}));
   status.SetDispSgd({L"一区"});
   Report::CellArray cells{L"kept"};
-  Insulation().GetPipeJRBWData(cells, kVentilation, {}, 6,
-                                                        Report::ReportPipeJRBW, 1);
+  Insulation().GetPipeJRBWData(cells, kVentilation, {}, 6, Report::ReportPipeJRBW, 1);
   EXPECT_EQ(cells, (Report::CellArray{L"kept",
                                       L"@P",
                                       L"一区",

@@ -1,6 +1,8 @@
 // The points in which the paint, duct and insulation tables differ, each on the same data.
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -13,9 +15,7 @@ using tally_test::DetailRow;
 using tally_test::Item;
 using tally_test::kVentilation;
 using tally_test::Lines;
-using tally_test::STinyAttr;
 using tally_test::STinyCategory;
-using tally_test::STinyDetailItem;
 using tally_test::STinyFloor;
 
 /// What a pipe and a duct have in common.
@@ -67,7 +67,7 @@ class SpecialSiblings : public tally_test::SpecialTest {
     }
     Open(project);
   }
-  /// Ducts, the only difference being the item that is the main one: "展开面积".
+  /// Each twin's quantity as that of the main items, and a volume beside the pipe's.
   void OpenTwinsOfMainItems(const std::vector<STwin>& twins) {
     CTinyProject project;
     for (const STwin& twin : twins) {
@@ -97,7 +97,7 @@ class SpecialSiblings : public tally_test::SpecialTest {
     return InsulationRows(kVentilation, level, condition);
   }
 
-  /// The rows that begin with `marker`, up to the cell before the first of `count` cells.
+  /// The rows that begin with `marker`.
   static Lines Only(const Lines& rows, const std::string& marker) {
     Lines found;
     for (const std::string& row : rows) {
@@ -136,14 +136,13 @@ TEST_F(SpecialSiblings, TheLevelsOutsideTheRangeAreTakenAsEachTableTestsThem) {
             (Lines{kDuctHead + "u|1|0|0|0", "@CI|N|" + kDuct + "|展开面积|c1$$|u|1|0|0|0"}));
   EXPECT_EQ(InsulationAt(-1), (Lines{kInsulationHead + "u|1|0|0|0", "@F|1|1|u|c1$$|1|0|0|0"}));
 
-  EXPECT_EQ(PaintAt(7),
-            (Lines{kPaintHead + "u|1|0|0|0", "@F|1|1|c1$$c1$$|u|2|0|0|0",
-                   "@CI|N|" + kPipe + "|外表面积|c1$$|u|1|0|0|0"}));
+  EXPECT_EQ(PaintAt(7), (Lines{kPaintHead + "u|1|0|0|0", "@F|1|1|c1$$c1$$|u|2|0|0|0",
+                               "@CI|N|" + kPipe + "|外表面积|c1$$|u|1|0|0|0"}));
   EXPECT_EQ(DuctRows(7), (Lines{kDuctHead + "u|1|0|0|0", "@F|1|1|c1$$c1$$|u|2|0|0|0",
                                 "@CI|N|" + kDuct + "|展开面积|c1$$|u|1|0|0|0"}));
-  EXPECT_EQ(InsulationAt(7), (Lines{kInsulationHead + "u|1|0|0|0", "@F|1|1|u|c1$$|1|0|0|0",
-                                    "@F|1|1|u|c1$$|1|0|0|0",
-                                    "@CI|N|" + kPipe + "|绝热保温体积|u|c1$$|1|0|0|0"}));
+  EXPECT_EQ(InsulationAt(7),
+            (Lines{kInsulationHead + "u|1|0|0|0", "@F|1|1|u|c1$$|1|0|0|0", "@F|1|1|u|c1$$|1|0|0|0",
+                   "@CI|N|" + kPipe + "|绝热保温体积|u|c1$$|1|0|0|0"}));
 }
 
 // The tail.
@@ -157,10 +156,9 @@ TEST_F(SpecialSiblings, ReferencesStandAheadOfTheUnitButInInsulationBehind) {
   EXPECT_EQ(DuctRows(5), (Lines{kDuctHead + "u|3|0|0|0", "@F|1|1|c1$$c2$$|u|3|0|0|0",
                                 "@S|A\\*A|c1$$c2$$|u|3|0|0|0",
                                 "@CI|N|" + kDuct + "|展开面积|c1$$c2$$|u|3|0|0|0"}));
-  EXPECT_EQ(InsulationAt(5),
-            (Lines{kInsulationHead + "u|3|0|0|0", "@F|1|1|u|c1$$c2$$|3|0|0|0",
-                   "@S|A\\*A|u|c1$$c2$$|3|0|0|0",
-                   "@CI|N|" + kPipe + "|绝热保温体积|u|c1$$c2$$|3|0|0|0"}));
+  EXPECT_EQ(InsulationAt(5), (Lines{kInsulationHead + "u|3|0|0|0", "@F|1|1|u|c1$$c2$$|3|0|0|0",
+                                    "@S|A\\*A|u|c1$$c2$$|3|0|0|0",
+                                    "@CI|N|" + kPipe + "|绝热保温体积|u|c1$$c2$$|3|0|0|0"}));
 }
 
 // Totals.
@@ -183,10 +181,10 @@ TEST_F(SpecialSiblings, ABlockWithoutItsTotalPrintsZerosButNotInInsulation) {
   OpenTwins({{.isLength = true}});
   EXPECT_EQ(PaintAt(0), Lines{});
   EXPECT_EQ(DuctRows(0), Lines{});
-  EXPECT_EQ(PaintAt(1), (Lines{kPaintHead + "|0|0|0|0",
-                               "@CI|N|" + kPipe + "|管道长度|c1$$|u|1|0|0|0"}));
-  EXPECT_EQ(DuctRows(1), (Lines{kDuctHead + "|0|0|0|0",
-                                "@CI|N|" + kDuct + "|风管长度|c1$$|u|1|0|0|0"}));
+  EXPECT_EQ(PaintAt(1),
+            (Lines{kPaintHead + "|0|0|0|0", "@CI|N|" + kPipe + "|管道长度|c1$$|u|1|0|0|0"}));
+  EXPECT_EQ(DuctRows(1),
+            (Lines{kDuctHead + "|0|0|0|0", "@CI|N|" + kDuct + "|风管长度|c1$$|u|1|0|0|0"}));
   EXPECT_EQ(InsulationAt(1), Lines{});
 }
 
@@ -219,6 +217,13 @@ TEST_F(SpecialSiblings, AttributeTextsStandInNarrowOrderOfPaintAndInPlainOrderEl
   EXPECT_EQ(Only(InsulationAt(1), "@CI"), (Lines{row("一", insulation), row("阿", insulation)}));
 }
 
+TEST_F(SpecialSiblings, AttributeTextsOfPaintFollowTheCodePageOfTheFold) {
+  ICodePage::Instance()->SetThreadCodePage(65001);
+  OpenTwins({{.text = L"一\n"}, {.text = L"阿\n"}});
+  EXPECT_EQ(Only(PaintAt(1), "@CI"), (Lines{"@CI|N|一\n" + kPipe + "|外表面积|c1$$|u|1|0|0|0",
+                                            "@CI|N|阿\n" + kPipe + "|外表面积|c1$$|u|1|0|0|0"}));
+}
+
 TEST_F(SpecialSiblings, AttributeTextsThatTheCodePageCannotTellApartAreOneRowOfPaintAlone) {
   OpenTwins({{.text = L"\U0001F600\n"}, {.text = L"\U0001F601\n"}});
   EXPECT_EQ(Only(PaintAt(1), "@CI"),
@@ -230,12 +235,12 @@ TEST_F(SpecialSiblings, AttributeTextsThatTheCodePageCannotTellApartAreOneRowOfP
 TEST_F(SpecialSiblings, UnitsStandInNarrowOrderOfDuctsAndInPlainOrderElsewhere) {
   OpenTwins({{.unit = L"阿", .quantity = 1}, {.unit = L"一", .quantity = 2}});
   // The last total stands.
-  EXPECT_EQ(PaintAt(1), (Lines{kPaintHead + "阿|1|0|0|0",
-                               "@CI|N|" + kPipe + "|外表面积|c1$$|一|2|0|0|0",
-                               "@CI|N|" + kPipe + "|外表面积|c1$$|阿|1|0|0|0"}));
-  EXPECT_EQ(DuctRows(1), (Lines{kDuctHead + "一|2|0|0|0",
-                                "@CI|N|" + kDuct + "|展开面积|c1$$|阿|1|0|0|0",
-                                "@CI|N|" + kDuct + "|展开面积|c1$$|一|2|0|0|0"}));
+  EXPECT_EQ(PaintAt(1),
+            (Lines{kPaintHead + "阿|1|0|0|0", "@CI|N|" + kPipe + "|外表面积|c1$$|一|2|0|0|0",
+                   "@CI|N|" + kPipe + "|外表面积|c1$$|阿|1|0|0|0"}));
+  EXPECT_EQ(DuctRows(1),
+            (Lines{kDuctHead + "一|2|0|0|0", "@CI|N|" + kDuct + "|展开面积|c1$$|阿|1|0|0|0",
+                   "@CI|N|" + kDuct + "|展开面积|c1$$|一|2|0|0|0"}));
   EXPECT_EQ(InsulationAt(1), (Lines{kInsulationHead + "阿|1|0|0|0",
                                     "@CI|N|" + kPipe + "|绝热保温体积|一|c1$$|2|0|0|0",
                                     "@CI|N|" + kPipe + "|绝热保温体积|阿|c1$$|1|0|0|0"}));
@@ -315,16 +320,15 @@ TEST_F(SpecialSiblings, CodesOfOneNumberMergeWhateverFollowsButInInsulationRowBy
              {.component = L"c2", .sysCode = L"B", .quantity = 10}},
             project);
   // By text the two codes' rows are equal, an attribute's row to a code's, too.
-  EXPECT_EQ(PaintAt(3), (Lines{kPaintHead + "u|11|0|0|0", "@F|1|1|c1$$c2$$|u|11|0|0|0",
-                               "@S|A|c1$$c2$$c2$$|u|21|0|0|0",
-                               "@CI|N|" + kPipe + "|外表面积|c1$$|u|1|0|0|0"}));
-  EXPECT_EQ(DuctRows(3), (Lines{kDuctHead + "u|11|0|0|0", "@F|1|1|c1$$c2$$|u|11|0|0|0",
-                                "@S|A|c1$$c2$$c2$$|u|21|0|0|0",
-                                "@CI|N|" + kDuct + "|展开面积|c1$$|u|1|0|0|0"}));
-  EXPECT_EQ(InsulationAt(3),
-            (Lines{kInsulationHead + "u|11|0|0|0", "@F|1|1|u|c1$$c2$$|11|0|0|0",
-                   "@S|A|u|c1$$c2$$|11|0|0|0",
-                   "@CI|N|" + kPipe + "|绝热保温体积|u|c1$$c2$$|11|0|0|0"}));
+  EXPECT_EQ(PaintAt(3),
+            (Lines{kPaintHead + "u|11|0|0|0", "@F|1|1|c1$$c2$$|u|11|0|0|0",
+                   "@S|A|c1$$c2$$c2$$|u|21|0|0|0", "@CI|N|" + kPipe + "|外表面积|c1$$|u|1|0|0|0"}));
+  EXPECT_EQ(DuctRows(3),
+            (Lines{kDuctHead + "u|11|0|0|0", "@F|1|1|c1$$c2$$|u|11|0|0|0",
+                   "@S|A|c1$$c2$$c2$$|u|21|0|0|0", "@CI|N|" + kDuct + "|展开面积|c1$$|u|1|0|0|0"}));
+  EXPECT_EQ(InsulationAt(3), (Lines{kInsulationHead + "u|11|0|0|0", "@F|1|1|u|c1$$c2$$|11|0|0|0",
+                                    "@S|A|u|c1$$c2$$|11|0|0|0",
+                                    "@CI|N|" + kPipe + "|绝热保温体积|u|c1$$c2$$|11|0|0|0"}));
 }
 
 TEST_F(SpecialSiblings, CodesThatShowOneTextMergeButInInsulationTheirNumbersTellThemApart) {
@@ -338,9 +342,8 @@ TEST_F(SpecialSiblings, CodesThatShowOneTextMergeButInInsulationTheirNumbersTell
             project);
   EXPECT_EQ(Only(PaintAt(3), "@S"),
             (Lines{"@S|A(1)|c1$$c2$$|u|11|0|0|0", "@S|A1|c3$$|u|100|0|0|0"}));
-  EXPECT_EQ(Only(PaintAt(3), "@CI"),
-            (Lines{"@CI|N|" + kPipe + "|外表面积|c1$$c2$$|u|11|0|0|0",
-                   "@CI|N|" + kPipe + "|外表面积|c3$$|u|100|0|0|0"}));
+  EXPECT_EQ(Only(PaintAt(3), "@CI"), (Lines{"@CI|N|" + kPipe + "|外表面积|c1$$c2$$|u|11|0|0|0",
+                                            "@CI|N|" + kPipe + "|外表面积|c3$$|u|100|0|0|0"}));
   EXPECT_EQ(Only(DuctRows(3), "@S"),
             (Lines{"@S|A(1)|c1$$c2$$|u|11|0|0|0", "@S|A1|c3$$|u|100|0|0|0"}));
   EXPECT_EQ(Only(InsulationAt(3), "@S"),
@@ -450,10 +453,9 @@ TEST_F(SpecialSiblings, CircuitsOfOneKindStandByTheirCountInAll) {
 }
 
 TEST_F(SpecialSiblings, KindsOfOneNumberRunBackwardsByNameButInInsulationForwards) {
-  OpenTwinsOfMainItems(
-      {{.component = L"c1", .quantity = 1, .pipeKind = L"a", .ductKind = L"a"},
-       {.component = L"c2", .quantity = 2, .pipeKind = L"b", .ductKind = L"b"},
-       {.component = L"c3", .quantity = 3, .pipeKind = L"bb", .ductKind = L"bb"}});
+  OpenTwinsOfMainItems({{.component = L"c1", .quantity = 1, .pipeKind = L"a", .ductKind = L"a"},
+                        {.component = L"c2", .quantity = 2, .pipeKind = L"b", .ductKind = L"b"},
+                        {.component = L"c3", .quantity = 3, .pipeKind = L"bb", .ductKind = L"bb"}});
   EXPECT_EQ(Only(PaintAt(6), "@L"),
             (Lines{"@L|bb回路1|管道长度|c3$$|u|3|0|0|0", "@L|b回路1|管道长度|c2$$|u|2|0|0|0",
                    "@L|a回路1|管道长度|c1$$|u|1|0|0|0"}));
@@ -466,11 +468,21 @@ TEST_F(SpecialSiblings, KindsOfOneNumberRunBackwardsByNameButInInsulationForward
 }
 
 TEST_F(SpecialSiblings, CircuitsShowWithoutATotalBesideThemButNotInInsulation) {
-  OpenTwinsOfMainItems({{.component = L"c1", .quantity = 1}});
-  EXPECT_EQ(Only(PaintAt(6), "@L").size(), 1U);
   OpenTwins({{.floor = {L"2", L"2"}}, {.isLength = true}});
   EXPECT_EQ(Only(PaintAt(6), "@L"), (Lines{"@L|供水管回路1|管道长度|c1$$|u|1|0|0|0"}));
   EXPECT_EQ(Only(InsulationAt(6), "@L"), Lines{});
+}
+
+TEST_F(SpecialSiblings, CircuitsNeedAFloorWithANameButNotInInsulation) {
+  OpenTwinsOfMainItems({{.floor = {L"", L"1"}, .quantity = 2}});
+  EXPECT_EQ(PaintAt(6),
+            (Lines{kPaintHead + "|0|0|0|0", "@CI|N|" + kPipe + "|管道长度|c1$$|u|2|0|0|0"}));
+  EXPECT_EQ(DuctRows(6),
+            (Lines{kDuctHead + "u|2|0|0|0", "@CI|N|" + kDuct + "|展开面积|c1$$|u|2|0|0|0"}));
+  EXPECT_EQ(InsulationAt(6),
+            (Lines{kInsulationHead + "m3|1|0|0|0", "@CI|N|" + kPipe + "|管道长度|u|c1$$|2|0|0|0",
+                   "@CI|N|" + kPipe + "|绝热保温体积|m3|c1$$|1|0|0|0",
+                   "@L|供水管回路1|管道长度|u|c1$$|2|0|0|0"}));
 }
 
 // Folding.
@@ -513,8 +525,8 @@ TEST_F(SpecialSiblings, AttributesWithoutAValueShowButNotInInsulation) {
   add({L"水管", L"供水管"}, L"外表面积");
   add({L"水管", L"供水管"}, L"绝热保温体积");
   Open(project);
-  EXPECT_EQ(PaintAt(1), (Lines{kPaintHead + "u|1|0|0|0",
-                               "@CI|" + kPipe + "||外表面积|c1$$|u|1|0|0|0"}));
+  EXPECT_EQ(PaintAt(1),
+            (Lines{kPaintHead + "u|1|0|0|0", "@CI|" + kPipe + "||外表面积|c1$$|u|1|0|0|0"}));
   EXPECT_EQ(InsulationAt(1), (Lines{kInsulationHead + "u|1|0|0|0"}));
 }
 
