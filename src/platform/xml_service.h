@@ -8,10 +8,11 @@
 #include <string>
 #include <string_view>
 
+#include "platform/export.h"
 #include "platform/replaceable.h"
 
 /// A call of the XML service failed. The message is UTF-8.
-class CXmlError : public std::runtime_error {
+class TALLY_API CXmlError : public std::runtime_error {
  public:
   // The numbers are those of the platform that hosts know them from, and must not change.
   static constexpr int kFailed = -2147467259;           ///< 0x80004005: unspecific, a failed save
@@ -33,7 +34,7 @@ class IXmlNode;
 
 /// Nodes by index, in the order of the document. Keeps the nodes alive; what is appended later does
 /// not show.
-class IXmlNodeList {
+class TALLY_API IXmlNodeList {
  public:
   virtual ~IXmlNodeList() = default;
   virtual std::size_t length() const = 0;
@@ -44,7 +45,7 @@ class IXmlNodeList {
 /// Any node: an element, an attribute, a text, a comment. A handle; it keeps what it stands for
 /// alive, whatever becomes of the document. Every operation of a node, element or document may
 /// throw CXmlError.
-class IXmlNode {
+class TALLY_API IXmlNode {
  public:
   virtual ~IXmlNode() = default;
 
@@ -64,7 +65,7 @@ class IXmlNode {
   virtual std::shared_ptr<IXmlNodeList> childNodes() const = 0;
 };
 
-class IXmlElement : public IXmlNode {
+class TALLY_API IXmlElement : public IXmlNode {
  public:
   /// Sets the attribute, or replaces its value.
   virtual void setAttribute(const std::wstring& name, const std::wstring& value) = 0;
@@ -74,7 +75,7 @@ class IXmlElement : public IXmlNode {
   void setAttribute(const std::wstring& name, const wchar_t* value) = delete;
 };
 
-class IXmlDocument {
+class TALLY_API IXmlDocument {
  public:
   virtual ~IXmlDocument() = default;
 
@@ -92,7 +93,7 @@ class IXmlDocument {
   virtual std::shared_ptr<IXmlNode> selectSingleNode(const std::wstring& name) = 0;
 };
 
-class IXmlService : public CReplaceable<IXmlService> {
+class TALLY_API IXmlService : public CReplaceable<IXmlService> {
  public:
   /// Reads UTF-8 and UTF-16, fetches nothing, writes UTF-8 and replaces files as one step.
   static std::shared_ptr<IXmlService> MakePortable();
@@ -104,6 +105,6 @@ class IXmlService : public CReplaceable<IXmlService> {
 
 /// The boolean of an attribute's value: "true" or "false" in any case, or a decimal number, true
 /// when it is not zero. Throws CXmlError (kTypeMismatch) for any other text.
-bool XmlBoolean(std::wstring_view text);
+TALLY_API bool XmlBoolean(std::wstring_view text);
 
 #endif  // TALLY_PLATFORM_XML_SERVICE_H_

@@ -139,8 +139,7 @@ TEST_F(BatchProcess, GoesOnAfterAnError) {
   ExpectAnswers({
       {"", R"({"error":{"kind":"request","message":"the line is not JSON"}})"},
       {"[]", R"({"error":{"kind":"request","message":"the line is not a JSON object"}})"},
-      {R"({"op":"status"})",
-       R"({"error":{"kind":"request","message":"unknown op: status"}})"},
+      {R"({"op":"status"})", R"({"error":{"kind":"request","message":"unknown op: status"}})"},
       {R"({"op":"a\"\u0001"})",
        R"({"error":{"kind":"request","message":"unknown op: a\"\u0001"}})"},
       {kWater, kWaterRows},

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -13,7 +12,7 @@
 namespace {
 
 using Names = std::vector<std::wstring>;
-using TextSet = std::set<std::wstring, std::less<>>;
+using TextSet = std::set<std::wstring>;
 
 class ReportStatus : public tally_test::TallyTest {
  protected:

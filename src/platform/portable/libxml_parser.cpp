@@ -6,7 +6,6 @@
 
 #include <cstddef>
 #include <exception>
-#include <limits>
 #include <new>
 #include <vector>
 
@@ -74,8 +73,8 @@ class CTreeBuilder {
 // for its end.
 class CParse {
  public:
-  CParse(std::string_view text, CXmlTree& tree) : builder_(tree) {
-    context_ = xmlCreateMemoryParserCtxt(text.data(), static_cast<int>(text.size()));
+  CParse(std::string_view text, CXmlTree& tree) : unread_(text), builder_(tree) {
+    context_ = xmlCreateIOParserCtxt(nullptr, nullptr, Read, nullptr, this, XML_CHAR_ENCODING_UTF8);
     if (context_ == nullptr) {
       throw std::bad_alloc();
     }
@@ -112,6 +111,17 @@ class CParse {
   }
 
  private:
+  // The text ends with the first error, or the parser would look for more of them to the end.
+  static int Read(void* parse, char* buffer, int size) {
+    auto& self = *static_cast<CParse*>(parse);
+    if (self.context_ != nullptr && self.context_->wellFormed == 0) {
+      return 0;
+    }
+    const std::size_t count = self.unread_.copy(buffer, static_cast<std::size_t>(size));
+    self.unread_.remove_prefix(count);
+    return static_cast<int>(count);
+  }
+
   template <class TCall>
   static void Guard(void* parse, TCall call) {
     auto& self = *static_cast<CParse*>(parse);
@@ -152,6 +162,7 @@ class CParse {
   // Without this the library would print.
   static void OnMessage(void*, const char*, ...) {}
 
+  std::string_view unread_;
   CTreeBuilder builder_;
   xmlParserCtxtPtr context_ = nullptr;
   std::exception_ptr thrown_;
@@ -160,9 +171,6 @@ class CParse {
 }  // namespace
 
 std::shared_ptr<CXmlTree> ParseXml(std::string_view text) {
-  if (text.empty() || text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) {
-    return nullptr;
-  }
   auto tree = std::make_shared<CXmlTree>();
   return CParse(text, *tree).Run() ? tree : nullptr;
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <unordered_set>
 
 #include "platform/portable/utf8_text.h"
 
@@ -10,6 +11,7 @@ namespace {
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kBlanks = " \t\r\n";
 constexpr std::size_t kMostAttributes = 1000;
+constexpr std::size_t kMostNames = 100000;
 constexpr std::size_t kNone = std::string_view::npos;
 
 bool EqualsInAnyCase(std::string_view text, std::string_view upper) {
@@ -143,7 +145,8 @@ class CMarkupScanner {
     }
     if (rest.starts_with("<?")) {
       // Without a target there is no instruction, and a parser would read its inside as content.
-      return rest.size() > 2 && IsNameStart(rest.substr(2)) && PassUntil("?>", 2);
+      return rest.size() > 2 && IsNameStart(rest.substr(2)) && CountName(rest.substr(2)) &&
+             PassUntil("?>", 2);
     }
     if (rest.starts_with("<!")) {
       return false;
@@ -163,11 +166,17 @@ class CMarkupScanner {
   // Neither a tag nor a value in it may hold "<".
   bool PassTag() {
     std::size_t attributes = 0;
+    if (!CountName(text_.substr(at_ + 1))) {
+      return false;
+    }
     at_ = text_.find_first_of("<>\"'", at_ + 1);
     while (at_ != kNone && text_[at_] != '<') {
       if (text_[at_] == '>') {
         ++at_;
         return true;
+      }
+      if (!CountName(LastWord(text_.substr(0, at_)))) {
+        return false;
       }
       const char value[] = {'<', text_[at_], '\0'};
       at_ = text_.find_first_of(value, at_ + 1);
@@ -177,6 +186,20 @@ class CMarkupScanner {
       at_ = text_.find_first_of("<>\"'", at_ + 1);
     }
     return false;
+  }
+
+  // What stands before "=" and a value.
+  static std::string_view LastWord(std::string_view text) {
+    constexpr std::string_view kAround = " \t\r\n=";
+    const std::size_t end = text.find_last_not_of(kAround);
+    const std::size_t begin = text.find_last_of(" \t\r\n='\"<", end);
+    return begin == kNone || end == kNone ? text : text.substr(begin + 1, end - begin);
+  }
+
+  // The name at the front of a text.
+  bool CountName(std::string_view text) {
+    names_.insert(text.substr(0, text.find_first_of(" \t\r\n/>?='\"")));
+    return names_.size() <= kMostNames;
   }
 
   static bool IsNameStart(std::string_view text) {
@@ -191,6 +214,7 @@ class CMarkupScanner {
 
   std::string_view text_;
   std::size_t at_ = 0;
+  std::unordered_set<std::string_view> names_;
 };
 
 }  // namespace

@@ -17,8 +17,9 @@ constexpr bool IsXmlCharacter(char32_t c) {
 std::optional<std::string> ReadXmlText(std::string_view bytes);
 
 /// Whether a parser may see the text. It holds no document type declaration, so there are no
-/// entities to grow and nothing to fetch, and no element with more attributes than a parser that
-/// compares each with all others can take. What passes is not yet well-formed.
+/// entities to grow and nothing to fetch; at most a thousand attributes of one element, as a parser
+/// compares each with all others; and at most a hundred thousand different names, as it may look
+/// each up in a table that does not grow with them. What passes is not yet well-formed.
 bool IsHarmlessXml(std::string_view text);
 
 #endif  // TALLY_PLATFORM_PORTABLE_XML_SOURCE_TEXT_H_
