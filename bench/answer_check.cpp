@@ -8,12 +8,12 @@
 #include <vector>
 
 #include "host/demo_building.h"
-#include "host/row_layouts.h"
 #include "platform/portable/utf8_text.h"
 #include "platform/text_numbers.h"
 #include "report_mng/report_mng.h"
 #include "result_store/report_main_cal_item_data.h"
 #include "result_store/tally_data_mng.h"
+#include "rows/row_layouts.h"
 
 namespace {
 

@@ -22,11 +22,15 @@ LAYERS = [
     ("report_mng", 4),
     ("filter_trees", 5),
     ("reports", 5),
+    ("rows", 5),
     ("host", 6),
 ]
 
 # Plain data and its words: includable from everywhere, so they themselves stand on nothing.
-ROOTS = ["report_model/report_types.h", "result_store/db_records.h"]
+ROOTS = ["platform/export.h", "report_model/report_types.h", "result_store/db_records.h"]
+
+# Folders that see nothing below them but the roots: a library of its own.
+STANDALONE = ["rows"]
 
 # The only steps upwards, each from one file.
 UPWARD = {
@@ -100,7 +104,7 @@ def fault_of_own_include(path, included, known):
     rank = dict(LAYERS)
     if target is None:
         return f'"{included}" lies in no layer'
-    if target != folder and rank[target] >= rank[folder]:
+    if target != folder and (rank[target] >= rank[folder] or folder in STANDALONE):
         return f'{folder} may not include "{included}"'
     family, sibling = report_family(path), report_family(included)
     if folder == target == "reports" and sibling not in (family, "shared"):
@@ -206,6 +210,21 @@ class SelfTest(unittest.TestCase):
                 'src/reports/consumption/b.cpp:1: reports/consumption may not include '
                 '"reports/special/c.h"',
                 'src/reports/shared/e.cpp:1: reports/shared may not include "reports/special/c.h"',
+            ],
+        )
+
+    def test_keeps_the_row_layouts_apart_from_the_engine(self):
+        self.expect(
+            {
+                "report_model/report_types.h": "",
+                "platform/a.h": "",
+                "rows/b.h": '#include "report_model/report_types.h"\n#include "platform/a.h"\n',
+                "reports/special/c.cpp": '#include "rows/b.h"\n',
+                "host/d.cpp": '#include "rows/b.h"\n',
+            },
+            [
+                'src/reports/special/c.cpp:1: reports may not include "rows/b.h"',
+                'src/rows/b.h:4: rows may not include "platform/a.h"',
             ],
         )
 

@@ -3,10 +3,11 @@
 #define TALLY_FILTER_TREES_CATEGORY_TREE_H_
 
 #include "filter_trees/spec_text_tree.h"
+#include "platform/export.h"
 
 /// The component kind paths ("category\kind") of each discipline, from
 /// CTallyDataMng::GetSmallIndexTree.
-class CCategoryTree final : public CSpecTextTree {
+class TALLY_API CCategoryTree final : public CSpecTextTree {
  public:
   void CreatData() override;
   /// Replaces `map` by a copy.

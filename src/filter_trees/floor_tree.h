@@ -4,12 +4,13 @@
 
 #include <set>
 
+#include "platform/export.h"
 #include "report_mng/ireport.h"
 #include "report_model/row_results.h"
 
 /// Floors by height, from CTallyDataMng::GetFloorTree. Of two floors of equal grade and number the
 /// one read first stays.
-class CFloorTree final : public IReport {
+class TALLY_API CFloorTree final : public IReport {
  public:
   void Clear() override;
   void CreatData() override;

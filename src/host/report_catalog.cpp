@@ -76,7 +76,7 @@ constexpr int kAnyVariant = SCatalogReport::kAnyVariant;
 constexpr const wchar_t* kBookTitle = L"系统计算书";
 constexpr const char* kBookName = "calculation-book";
 
-// A new report is one line here and its layout in row_layouts.cpp.
+// A new report is one line here and its layout in rows/row_layouts.cpp.
 constexpr SCatalogReport kReports[] = {
     Line<&CXhlHzReport::GetXhlHzData>(Report::ReportXhlHz, kAnyVariant, L"消耗量汇总表",
                                       "consumption-summary", nullptr),

@@ -8,6 +8,7 @@
 
 #include "report_mng/ireport.h"
 #include "report_model/report_types.h"
+#include "rows/row_layouts.h"
 
 /// What a row operation is asked for. Each report takes what its operation has arguments for.
 struct SRowRequest {
@@ -21,7 +22,7 @@ struct SRowRequest {
 /// One report, or one variant of a report.
 struct SCatalogReport {
   /// Takes every variant that no earlier line of its type takes.
-  static constexpr int kAnyVariant = -1;
+  static constexpr int kAnyVariant = SReportLayout::kAnyVariant;
 
   Report::EReportType type;
   int variant;

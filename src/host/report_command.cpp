@@ -17,7 +17,6 @@
 #include "host/progress_bar.h"
 #include "host/report_catalog.h"
 #include "host/report_state.h"
-#include "host/row_layouts.h"
 #include "host/status_command.h"
 #include "host/terminal_text.h"
 #include "host/text_table.h"
@@ -27,6 +26,7 @@
 #include "report_mng/report_status_mng.h"
 #include "report_mng/result_config.h"
 #include "result_store/tally_data_mng.h"
+#include "rows/row_layouts.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <span>
 
 #include "host/output.h"
-#include "host/row_layouts.h"
+#include "rows/row_layouts.h"
 
 /// Writes the headings, a rule and a line for each row. The first cell of a row stands in a column
 /// of its own, indented by the row's depth, and above it the headings of the levels, indented

@@ -7,10 +7,11 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/export.h"
 #include "platform/replaceable.h"
 
 /// A version of dot-separated numbers.
-class CKorVersion {
+class TALLY_API CKorVersion {
  public:
   /// Takes the leading integer of each part between dots (as ReadLeadingInt, text_numbers.h). The
   /// empty text and a text without numbers count as 0.0.0.
@@ -20,7 +21,7 @@ class CKorVersion {
   const std::wstring& ToString() const { return text_; }
 
   /// By number, part by part; a missing part is 0.
-  friend bool operator<(const CKorVersion& a, const CKorVersion& b);
+  TALLY_API friend bool operator<(const CKorVersion& a, const CKorVersion& b);
 
  private:
   std::wstring text_;
@@ -29,10 +30,10 @@ class CKorVersion {
 
 namespace KorProfile {
 /// From this version on the status file has its new layout.
-extern const CKorVersion g_Version_16_2_0;
+TALLY_API extern const CKorVersion g_Version_16_2_0;
 }  // namespace KorProfile
 
-class IKorAppProfile : public CReplaceable<IKorAppProfile> {
+class TALLY_API IKorAppProfile : public CReplaceable<IKorAppProfile> {
  public:
   /// Version 16.2.0 and the folder "tally" in the user's configuration folder.
   static std::shared_ptr<IKorAppProfile> MakePortable();

@@ -6,10 +6,11 @@
 #include <string>
 #include <vector>
 
+#include "platform/export.h"
 #include "platform/replaceable.h"
 
 /// A quota library of the current project.
-class IQuotaLibrary : public CReplaceable<IQuotaLibrary> {
+class TALLY_API IQuotaLibrary : public CReplaceable<IQuotaLibrary> {
  public:
   static std::shared_ptr<IQuotaLibrary> MakePortable();
   virtual ~IQuotaLibrary() = default;
@@ -23,7 +24,7 @@ class IQuotaLibrary : public CReplaceable<IQuotaLibrary> {
 };
 
 /// A bill library of the current project.
-class IBillLibrary : public CReplaceable<IBillLibrary> {
+class TALLY_API IBillLibrary : public CReplaceable<IBillLibrary> {
  public:
   static std::shared_ptr<IBillLibrary> MakePortable();
   virtual ~IBillLibrary() = default;

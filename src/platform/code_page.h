@@ -7,9 +7,10 @@
 #include <string>
 #include <string_view>
 
+#include "platform/export.h"
 #include "platform/replaceable.h"
 
-class ICodePage : public CReplaceable<ICodePage> {
+class TALLY_API ICodePage : public CReplaceable<ICodePage> {
  public:
   /// Code pages 936, 1252, 54936 and 65001 by mapping tables; 936 at first.
   static std::shared_ptr<ICodePage> MakePortable();

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/export.h"
 #include "platform/replaceable.h"
 #include "result_store/db_records.h"
 
@@ -24,7 +25,7 @@ struct SDbFailure {
 /// Memory exhaustion raises std::bad_alloc. The path is the host's own text. The read that is made
 /// last decides which project the settings and libraries (project_settings.h, chapter_libraries.h)
 /// answer for.
-class CDbOperator : public CReplaceable<CDbOperator> {
+class TALLY_API CDbOperator : public CReplaceable<CDbOperator> {
  public:
   /// On SQLite; the schema is in docs/project_database.md.
   static std::shared_ptr<CDbOperator> MakePortable();

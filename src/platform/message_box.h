@@ -5,9 +5,10 @@
 #include <memory>
 #include <string>
 
+#include "platform/export.h"
 #include "platform/replaceable.h"
 
-class IMessageBox : public CReplaceable<IMessageBox> {
+class TALLY_API IMessageBox : public CReplaceable<IMessageBox> {
  public:
   /// Writes the text to standard error.
   static std::shared_ptr<IMessageBox> MakePortable();

@@ -5,12 +5,13 @@
 #include <memory>
 #include <string>
 
+#include "platform/export.h"
 #include "platform/replaceable.h"
 
 /// Section and key names are told apart without regard to case; blanks around names and values and
 /// one pair of quotes around a value are cut. The path is the engine's text, with "\" before the
 /// file's name; an implementation turns it into what its file system wants.
-class IPrivateProfile : public CReplaceable<IPrivateProfile> {
+class TALLY_API IPrivateProfile : public CReplaceable<IPrivateProfile> {
  public:
   static std::shared_ptr<IPrivateProfile> MakePortable();
   virtual ~IPrivateProfile() = default;

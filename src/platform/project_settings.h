@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/export.h"
 #include "platform/replaceable.h"
 
 struct SQdDeInfo {
@@ -14,7 +15,7 @@ struct SQdDeInfo {
 };
 
 /// Where the settings come from. A setting that the project lacks is empty, the mode 0.
-class IProjectSettings : public CReplaceable<IProjectSettings> {
+class TALLY_API IProjectSettings : public CReplaceable<IProjectSettings> {
  public:
   /// The settings of the project that the portable CDbOperator read last.
   static std::shared_ptr<IProjectSettings> MakePortable();

@@ -5,10 +5,12 @@
 #include <memory>
 #include <utility>
 
+#include "platform/export.h"
+
 /// Base of every platform service. `TService` declares `static std::shared_ptr<TService>
 /// MakePortable()`, the implementation that serves while a host has installed none.
 template <class TService>
-class CReplaceable {
+class TALLY_API CReplaceable {
  public:
   /// The service in force, never null; valid until the next Install.
   static TService* Instance() {

@@ -7,9 +7,10 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/export.h"
 #include "platform/replaceable.h"
 
-class ITextTool : public CReplaceable<ITextTool> {
+class TALLY_API ITextTool : public CReplaceable<ITextTool> {
  public:
   static std::shared_ptr<ITextTool> MakePortable();
   virtual ~ITextTool() = default;

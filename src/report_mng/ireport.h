@@ -4,11 +4,12 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 
 /// A host gets an IReport from CReportMng, turns it into the concrete class and calls that class's
 /// row operation. The registry owns it.
-class IReport {
+class TALLY_API IReport {
  public:
   virtual ~IReport() = default;
   /// Frees what the report built.

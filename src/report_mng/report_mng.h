@@ -6,13 +6,14 @@
 #include <memory>
 #include <string>
 
+#include "platform/export.h"
 #include "report_mng/ireport.h"
 #include "report_model/report_types.h"
 
 /// Makes each report at most once for the open project, lets it fold its records at that moment and
 /// keeps it until the project changes. What it hands out stays its own and is valid until Clear, or
 /// for the calculation books until ClearXHLSysJSSReportData.
-class CReportMng {
+class TALLY_API CReportMng {
  public:
   static CReportMng* Instance();
 

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/export.h"
 #include "platform/xml_service.h"
 #include "report_mng/report_status.h"
 #include "report_model/report_types.h"
@@ -18,7 +19,7 @@
 /// argument leaves it alone where the key has no entry. Lives to the end of the process. Copies are
 /// independent; one that is taken early and put back later empties everything, the remembered path
 /// too.
-class CReportStatusMng {
+class TALLY_API CReportStatusMng {
  public:
   static CReportStatusMng* Instance();
 
@@ -37,8 +38,7 @@ class CReportStatusMng {
   /// The displayed construction sections.
   void SetDispSgd(const std::vector<std::wstring>& names) { status_.dispSgd = names; }
   /// Adds them to the set, which is not cleared.
-  template <class TLess>
-  void GetDispSgd(std::set<std::wstring, TLess>& names) const {
+  void GetDispSgd(std::set<std::wstring>& names) const {
     names.insert(status_.dispSgd.begin(), status_.dispSgd.end());
   }
   /// Whether a result of the section counts: every one with the by-section flag off, a displayed

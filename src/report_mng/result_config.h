@@ -2,11 +2,12 @@
 #ifndef TALLY_REPORT_MNG_RESULT_CONFIG_H_
 #define TALLY_REPORT_MNG_RESULT_CONFIG_H_
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 
 /// The sort direction of pipe sizes, kept in the file "ReportConfig.ini" of the application's
 /// folder, and the fixed table of each report's deepest level. Lives to the end of the process.
-class CResultConfig {
+class TALLY_API CResultConfig {
  public:
   /// The one object. Made, and read from the file, on first use.
   static CResultConfig* Instance();

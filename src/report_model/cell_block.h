@@ -7,11 +7,12 @@
 #include <string>
 #include <utility>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 
 /// A cell array in the making: rows that are linked, so that a block goes behind another one in
 /// constant time and every cell is moved once, when the array is finished.
-class CCellBlock {
+class TALLY_API CCellBlock {
  public:
   CCellBlock() = default;
   explicit CCellBlock(Report::CellArray cells) { AddRow(std::move(cells)); }

@@ -10,12 +10,13 @@
 #include <type_traits>
 #include <utility>
 
+#include "platform/export.h"
 #include "report_model/cell_block.h"
 #include "report_model/narrow_order.h"
 #include "report_model/report_types.h"
 
 /// A block of one floor, sorted by height.
-class CFloorResultData {
+class TALLY_API CFloorResultData {
  public:
   CFloorResultData() = default;
   explicit CFloorResultData(const std::wstring& floor) { SetFloor(floor); }

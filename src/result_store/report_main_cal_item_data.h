@@ -7,10 +7,12 @@
 #include <string>
 #include <string_view>
 
+#include "platform/export.h"
+
 /// Fixed table of the item that a report treats as a kind's quantity: it stands first under an
 /// attribute and carries the formula of the calculation books. Made on first use, never changed,
 /// lives to the end of the process.
-class CReportMainCalItemData {
+class TALLY_API CReportMainCalItemData {
  public:
   static CReportMainCalItemData* Instance();
 

@@ -8,9 +8,11 @@
 #include <string>
 #include <string_view>
 
+#include "platform/export.h"
+
 /// Fixed table of the line categories and line kinds of each discipline. Made on first use, never
 /// changed, lives to the end of the process.
-class CReportTypeData {
+class TALLY_API CReportTypeData {
  public:
   static CReportTypeData* Instance();
 

@@ -7,9 +7,11 @@
 #include <string>
 #include <string_view>
 
+#include "platform/export.h"
+
 /// Fixed table that folds component kinds into the coarser groups of the overview. Made on first
 /// use, never changed, lives to the end of the process.
-class CReportXHlGlTypeData {
+class TALLY_API CReportXHlGlTypeData {
  public:
   static CReportXHlGlTypeData* Instance();
 

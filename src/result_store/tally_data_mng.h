@@ -9,13 +9,14 @@
 #include <utility>
 #include <vector>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "result_store/db_records.h"
 
 /// Remembers which project is open, reads its small tree records at once and each result set when a
 /// report first asks for it. Lives to the end of the process. References that it hands out stay
 /// valid until an InitData that changes the project. Not for two threads: its getters load.
-class CTallyDataMng {
+class TALLY_API CTallyDataMng {
  public:
   static CTallyDataMng* Instance();
 

@@ -17,7 +17,7 @@
 #include "host/output.h"
 #include "host/report_catalog.h"
 #include "host/report_requests.h"
-#include "host/row_layouts.h"
+#include "rows/row_layouts.h"
 #include "support/project_database.h"
 #include "support/temp_folder.h"
 

@@ -4,13 +4,14 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/bill_quota/bill_quota_report.h"
 
 /// The quota items of one discipline by chapter, whether or not they hang under bills. Folds the
 /// set of CTallyDataMng::GetQdDeHzData: the quotas' rows, chosen by the project's quota mode
 /// (CAtt::GetQdDeMode), which is read at the fold and not again.
-class CDeHzReport final : public CBillQuotaReport {
+class TALLY_API CDeHzReport final : public CBillQuotaReport {
  public:
   /// Deepest rows shown.
   enum ELevelType : int {

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/bill_quota/bill_quota_report.h"
 
@@ -11,7 +12,7 @@
 /// the quotas applied to it. Folds the set of CTallyDataMng::GetQdDeHzData: rows whose bill is of
 /// the project's bill library and, if they are a quota's, whose quota is of the library that goes
 /// with it. A bill's own item is the quota item without code and name.
-class CQdDeHzReport final : public CBillQuotaReport {
+class TALLY_API CQdDeHzReport final : public CBillQuotaReport {
  public:
   /// Deepest rows shown.
   enum ELevelType : int {

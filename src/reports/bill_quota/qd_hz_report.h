@@ -4,13 +4,14 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/bill_quota/bill_quota_report.h"
 
 /// The bill items of one discipline by chapter, with what lies behind each bill's own quantity.
 /// Folds the set of CTallyDataMng::GetQdDeHzData: the bills' own rows, where the bill is of the
 /// project's bill library.
-class CQdHzReport final : public CBillQuotaReport {
+class TALLY_API CQdHzReport final : public CBillQuotaReport {
  public:
   /// Deepest rows shown.
   enum ELevelType : int {

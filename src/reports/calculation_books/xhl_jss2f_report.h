@@ -4,12 +4,13 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/calculation_books/calculation_book.h"
 
 /// One row for each calculation item of each floor; its formula adds up the system codes of the
 /// first level and multiplies by the floors that the floor text stands for.
-class CXhlJss2FReport final : public CCalculationBook {
+class TALLY_API CXhlJss2FReport final : public CCalculationBook {
  public:
   void CreatData() override;
 

@@ -4,12 +4,13 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/calculation_books/calculation_book.h"
 
 /// One row for each calculation item of the whole building; its formula adds up the floor texts, a
 /// repeated one with its multiplier.
-class CXhlJss2MReport final : public CCalculationBook {
+class TALLY_API CXhlJss2MReport final : public CCalculationBook {
  public:
   void CreatData() override;
 

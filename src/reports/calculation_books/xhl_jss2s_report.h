@@ -4,12 +4,13 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/calculation_books/calculation_book.h"
 
 /// The systems of each floor, as deep as the level opens, down to single circuits. The formula of a
 /// main item's row adds up the children of its system code.
-class CXhlJss2SReport final : public CCalculationBook {
+class TALLY_API CXhlJss2SReport final : public CCalculationBook {
  public:
   /// What the rows show. Any other number opens no system code level, as 1, but keeps the rows of
   /// the deeper ones.

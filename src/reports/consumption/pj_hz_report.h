@@ -4,12 +4,13 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/shared/node_report.h"
 
 /// The derived fittings with their counts, by floor, system code, component category and pipe line.
 /// Folds the set of CTallyDataMng::GetPjHzData.
-class CPjHzReport final : public CNodeReport {
+class TALLY_API CPjHzReport final : public CNodeReport {
  public:
   /// Which heads a fitting has.
   enum ELevelType : int {

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/consumption/consumption_report.h"
 
@@ -12,7 +13,7 @@
 /// every calculation item opens in full and shows its two further texts, the first system codes all
 /// come in order of name, floor rows show the drawing's floor, and the references of a result begin
 /// with the extra "$".
-class CXhlCgHzReport final : public CConsumptionReport {
+class TALLY_API CXhlCgHzReport final : public CConsumptionReport {
  public:
   /// Deepest rows shown.
   enum ELevelType : int {

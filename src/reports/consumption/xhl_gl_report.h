@@ -4,13 +4,14 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/shared/node_report.h"
 #include "reports/shared/section_passes.h"
 
 /// One figure for each attribute within each group of the overview table (CReportXHlGlTypeData).
 /// Folds the main calculation items of the set of CTallyDataMng::GetXhlGlData. It has no levels.
-class CXhlGlReport final : public CNodeReport {
+class TALLY_API CXhlGlReport final : public CNodeReport {
  public:
   void CreatData() override;
 

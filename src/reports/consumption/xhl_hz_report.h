@@ -4,12 +4,13 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/consumption/consumption_report.h"
 
 /// How much of each calculation item one discipline consumes, by component kind, attribute, floor
 /// and system code. Folds the set of CTallyDataMng::GetXhlHzData.
-class CXhlHzReport final : public CConsumptionReport {
+class TALLY_API CXhlHzReport final : public CConsumptionReport {
  public:
   /// Deepest rows shown.
   enum ELevelType : int {

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/special/special_report.h"
 #include "result_store/db_records.h"
@@ -11,7 +12,7 @@
 /// How much surface is painted with which paint in which coat. Folds the set of
 /// CTallyDataMng::GetXhlDetailData: pipes of the water disciplines and supports whose attribute has
 /// a paint line, "paint,coats" joined by ";". Each coat is a group of its own.
-class CBrushPaintReport final : public CSpecialReport {
+class TALLY_API CBrushPaintReport final : public CSpecialReport {
  public:
   CBrushPaintReport();
   void CreatData() override;

@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/special/special_report.h"
 #include "result_store/db_records.h"
@@ -11,7 +12,7 @@
 /// How much sheet metal of which material and thickness the ventilation ducts take. Folds the set
 /// of CTallyDataMng::GetXhlDetailData: lengths and areas of rigid ducts and of duct sleeves,
 /// grouped by type, material and thickness as the attribute lines tell them.
-class CXhlDuctH2SReport final : public CSpecialReport {
+class TALLY_API CXhlDuctH2SReport final : public CSpecialReport {
  public:
   CXhlDuctH2SReport();
   void CreatData() override;

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/special/special_report.h"
 
@@ -14,7 +15,7 @@
 /// set of CTallyDataMng::GetXhlDetailData: the main item and the volume item of components whose
 /// attribute has an insulation thickness, grouped by insulated type, material and thickness. A row
 /// with a bad index is passed over.
-class CXhlPipeJRBWReport final : public CSpecialReport {
+class TALLY_API CXhlPipeJRBWReport final : public CSpecialReport {
  public:
   CXhlPipeJRBWReport();
   void CreatData() override;

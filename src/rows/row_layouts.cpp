@@ -1,10 +1,10 @@
-#include "host/row_layouts.h"
+#include "rows/row_layouts.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
-
-#include "host/report_catalog.h"
-#include "host/terminal_text.h"
+#include <iterator>
+#include <system_error>
 
 namespace {
 
@@ -161,7 +161,7 @@ constexpr SRowLayout kPipeJRBWRows[] = {
     {L"@CI", 4, kInsulationItemCells}, {L"@L", 5, kInsulationLoopCells},
 };
 
-constexpr int kAnyVariant = SCatalogReport::kAnyVariant;
+constexpr int kAnyVariant = SReportLayout::kAnyVariant;
 
 constexpr SReportLayout kLayouts[] = {
     {Report::ReportXhlHz, kAnyVariant, kXhlHzRows},
@@ -179,12 +179,78 @@ constexpr SReportLayout kLayouts[] = {
     {Report::ReportQdHz, kAnyVariant, kQdHzRows},
 };
 
+// Printable ASCII as it is, anything else by its number: a message must not steer a terminal.
+std::string Quoted(std::wstring_view text) {
+  std::string quoted = "'";
+  for (const wchar_t c : text) {
+    if (c >= L' ' && c <= L'~') {
+      quoted += static_cast<char>(c);
+      continue;
+    }
+    char digits[2 * sizeof(wchar_t)];
+    const auto number = std::char_traits<wchar_t>::to_int_type(c);
+    const std::to_chars_result end = std::to_chars(digits, std::end(digits), number, 16);
+    quoted += "\\u{";
+    quoted.append(digits, end.ptr);
+    quoted += '}';
+  }
+  quoted += '\'';
+  return quoted;
+}
+
+std::string OfRow(const SRowLayout& layout) {
+  return "row " + Quoted(layout.marker);
+}
+
+std::size_t Require(const SRowLayout& layout, std::string_view id) {
+  const std::optional<std::size_t> at = layout.Find(id);
+  if (!at) {
+    throw CLayoutError(OfRow(layout) + " has no column '" + std::string(id) + "'");
+  }
+  return *at;
+}
+
 }  // namespace
+
+std::optional<std::size_t> SRowLayout::Find(std::string_view id) const {
+  for (std::size_t at = 0; at < cells.size(); ++at) {
+    if (cells[at].id == id) {
+      return at;
+    }
+  }
+  return std::nullopt;
+}
+
+const std::wstring& SRow::Cell(std::string_view id) const {
+  return cells[Require(*layout, id)];
+}
+
+std::optional<double> SRow::Quantity(std::string_view id) const {
+  const std::size_t at = Require(*layout, id);
+  if (layout->cells[at].type != ECellType::Quantity) {
+    throw CLayoutError("column '" + std::string(id) + "' of " + OfRow(*layout) +
+                       " holds no quantities");
+  }
+  std::string text;
+  for (const wchar_t c : cells[at]) {
+    text += c <= L'~' ? static_cast<char>(c) : '?';
+  }
+  double number = 0;
+  const char* const end = text.data() + text.size();
+  const std::from_chars_result read = std::from_chars(text.data(), end, number);
+  if (read.ec != std::errc() || read.ptr != end) {
+    return std::nullopt;
+  }
+  return number;
+}
+
+std::span<const SReportLayout> ReportLayouts() {
+  return kLayouts;
+}
 
 const SReportLayout* FindLayout(Report::EReportType type, int variant) {
   for (const SReportLayout& layout : kLayouts) {
-    if (layout.type == type &&
-        (layout.variant == variant || layout.variant == SCatalogReport::kAnyVariant)) {
+    if (layout.type == type && (layout.variant == variant || layout.variant == kAnyVariant)) {
       return &layout;
     }
   }
@@ -200,8 +266,7 @@ std::vector<SRow> CutRows(const SReportLayout& layout, std::span<const std::wstr
                                   [&](const SRowLayout& line) { return line.marker == marker; });
     if (row == layout.rows.end()) {
       throw CLayoutError("cell " + std::to_string(at) + " of report " +
-                         std::to_string(layout.type) + " is no row marker: '" +
-                         ToTerminalText(marker).bytes + "'");
+                         std::to_string(layout.type) + " is no row marker: " + Quoted(marker));
     }
     const std::size_t wanted = row->cells.size();
     if (cells.size() - at - 1 < wanted) {
@@ -214,4 +279,13 @@ std::vector<SRow> CutRows(const SReportLayout& layout, std::span<const std::wstr
     at += 1 + wanted;
   }
   return rows;
+}
+
+std::vector<SRow> CutRows(Report::EReportType type, int variant,
+                          std::span<const std::wstring> cells) {
+  const SReportLayout* layout = FindLayout(type, variant);
+  if (layout == nullptr) {
+    throw CLayoutError("there is no report " + std::to_string(type));
+  }
+  return CutRows(*layout, cells);
 }
