@@ -11,7 +11,7 @@
 #include "reports/shared/node_report.h"
 #include "reports/shared/picked_floor.h"
 #include "reports/shared/row_folder.h"
-#include "reports/shared/section_passes.h"
+#include "reports/shared/section_choice.h"
 #include "result_store/tally_data_mng.h"
 
 /// A book folds the detail results and shows, beside the figures, how each came about. Its type

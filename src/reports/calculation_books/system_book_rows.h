@@ -13,7 +13,7 @@
 #include "report_model/cell_block.h"
 #include "report_model/report_data_node.h"
 #include "reports/shared/picked_floor.h"
-#include "reports/shared/section_passes.h"
+#include "reports/shared/section_choice.h"
 
 /// Collects row candidates and the children that formulas list, then composes the rows. Lives for
 /// one node; views texts of the tree.

@@ -12,7 +12,7 @@
 #include "report_model/row_results.h"
 #include "reports/shared/node_choice.h"
 #include "reports/shared/row_folder.h"
-#include "reports/shared/section_passes.h"
+#include "reports/shared/section_choice.h"
 #include "result_store/tally_data_mng.h"
 
 namespace {

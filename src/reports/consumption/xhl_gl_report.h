@@ -7,7 +7,7 @@
 #include "platform/export.h"
 #include "report_model/report_types.h"
 #include "reports/shared/node_report.h"
-#include "reports/shared/section_passes.h"
+#include "reports/shared/section_choice.h"
 
 /// One figure for each attribute within each group of the overview table (CReportXHlGlTypeData).
 /// Folds the main calculation items of the set of CTallyDataMng::GetXhlGlData. It has no levels.

@@ -107,7 +107,10 @@ class CRowFolder {
   }
   /// Filed under the name of a fitting's pipe line.
   CRowFolder& PjAttribute() {
-    return Step(AttrIndex(), [this](auto& to) {
+    // Kinds of one path may have been cut into category and kind differently.
+    const auto record =
+        std::uint64_t{CategoryIndex()} << 32U | static_cast<std::uint64_t>(AttrIndex());
+    return Step(record, [this](auto& to) {
       return WithSortKey(
           CReportDataMethod::GetPjAttribute(to, spec_->name, category_->category, *attr_));
     });

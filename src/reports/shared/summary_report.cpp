@@ -1,7 +1,7 @@
 #include "reports/shared/summary_report.h"
 
 #include "report_model/report_data_method.h"
-#include "reports/shared/section_passes.h"
+#include "reports/shared/section_choice.h"
 
 void CSummaryReport::ShowRows(const SSummaryShape& shape, Report::CellArray& rows,
                               const std::wstring& requestSpec,

@@ -16,7 +16,7 @@
 #include "report_model/row_results.h"
 #include "reports/shared/level_test.h"
 #include "reports/shared/picked_floor.h"
-#include "reports/shared/section_passes.h"
+#include "reports/shared/section_choice.h"
 
 /// Where the extra "$" of a result's references stands.
 enum class EChainMark { Behind, Ahead };

@@ -18,7 +18,7 @@
 #include "reports/shared/node_choice.h"
 #include "reports/shared/node_report.h"
 #include "reports/shared/row_folder.h"
-#include "reports/shared/section_passes.h"
+#include "reports/shared/section_choice.h"
 #include "reports/special/special_row.h"
 
 /// Whether a detail of another floor than those of the pair is left out.

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/code_page.h"
 #include "reports/consumption/xhl_hz_report.h"
 #include "support/rows.h"
 #include "support/tally_test_fixture.h"
@@ -75,6 +76,27 @@ class ConsumptionSummary : public tally_test::TallyTest {
     return project;
   }
 };
+
+// The code page.
+
+TEST_F(ConsumptionSummary, KeepsTheOrderOfTheCodePageThatItWasFoldedIn) {
+  CTinyProject project;
+  for (const wchar_t* name : {L"一", L"安"}) {
+    project.Hz()
+        .Row({.attr = {name, L""}, .calItem = {.name = L"安", .quantity = 1}})
+        .Row({.attr = {name, L""}, .calItem = {.name = L"一", .quantity = 1}});
+  }
+  Open(project);
+  const Lines in936{"@Cg|管道\\给水管", "@A|安||m|0", "@CI|安|m|1", "@CI|一|m|1",
+                    "@A|一||m|0",       "@CI|安|m|1", "@CI|一|m|1"};
+  EXPECT_EQ(HzRows(1), in936);
+  ASSERT_TRUE(ICodePage::Instance()->SetThreadCodePage(65001));
+  EXPECT_EQ(HzRows(1), in936);
+  EXPECT_EQ(ICodePage::Instance()->GetThreadCodePage(), 65001);
+  CReportMng::Instance()->Clear();
+  EXPECT_EQ(HzRows(1), (Lines{"@Cg|管道\\给水管", "@A|一||m|0", "@CI|一|m|1", "@CI|安|m|1",
+                              "@A|安||m|0", "@CI|一|m|1", "@CI|安|m|1"}));
+}
 
 // Levels.
 

@@ -373,6 +373,23 @@ TEST_F(FittingSummary, MergesPipeLinesThatCompareEqualWhateverTheirFittings) {
   EXPECT_EQ(PjRows(0), (Lines{"@Cg|管道", "@A|\u0E01 沟槽连接", "@CI|管件|弯头|个|2|c2$$c1$$"}));
 }
 
+TEST_F(FittingSummary, NamesPipeLinesByEachRowsOwnCategory) {
+  CTinyProject project;
+  // Both kinds have the path "风管\\a\\b", so they share a node; only the first is a duct.
+  project.Pj()
+      .Row({.component = L"c1",
+            .category = {L"风管", L"a\\b"},
+            .attr = {L"DN25", L"材质:镀锌钢板"},
+            .calItem = Bend()})
+      .Row({.component = L"c2",
+            .category = {L"风管\\a", L"b"},
+            .attr = {L"DN25", L"材质:镀锌钢板"},
+            .calItem = Bend()});
+  Open(project);
+  EXPECT_EQ(PjRows(0), (Lines{"@Cg|风管", "@A|DN25", "@CI|管件|弯头|个|1|c2$$", "@Cg|风管",
+                              "@A|DN25 镀锌钢板", "@CI|管件|弯头|个|1|c1$$"}));
+}
+
 TEST_F(FittingSummary, LosesWhatTheOrderedSetNeitherFindsNorTakes) {
   CTinyProject project;
   // Upwards, each of two sizes of one value goes before the other.
