@@ -67,14 +67,15 @@ void RequireCommand(const std::vector<std::string>& words) {
 // the parser would take the next word for the value that is empty.
 std::vector<std::string> ParserWords(const std::vector<std::string>& words) {
   std::vector<std::string> parserWords;
-  for (auto word = words.rbegin(); word != words.rend(); ++word) {
-    if (word->starts_with("--") && word->size() > 3 && word->find('=') == word->size() - 1) {
+  for (const std::string& word : words) {
+    if (word.starts_with("--") && word.size() > 3 && word.find('=') == word.size() - 1) {
+      parserWords.push_back(word.substr(0, word.size() - 1));
       parserWords.emplace_back();
-      parserWords.push_back(word->substr(0, word->size() - 1));
     } else {
-      parserWords.push_back(*word);
+      parserWords.push_back(word);
     }
   }
+  std::reverse(parserWords.begin(), parserWords.end());
   return parserWords;
 }
 

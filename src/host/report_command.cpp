@@ -42,10 +42,8 @@ std::optional<int> ReadWholeInt(std::string_view text) {
 }
 
 std::vector<std::wstring> WideTexts(const std::vector<std::string>& texts) {
-  std::vector<std::wstring> wide;
-  for (const std::string& text : texts) {
-    wide.push_back(WideFromUtf8(text));
-  }
+  std::vector<std::wstring> wide(texts.size());
+  std::transform(texts.begin(), texts.end(), wide.begin(), WideFromUtf8);
   return wide;
 }
 
@@ -64,7 +62,7 @@ const SCatalogReport& ChosenReport(const SReportArguments& arguments) {
     std::vector<std::string> names;
     for (const SCatalogReport& line : ReportCatalog()) {
       if (names.empty() || names.back() != line.name) {
-        names.push_back(line.name);
+        names.emplace_back(line.name);
       }
     }
     throw CHostError("--report: no report '" + arguments.report + "'; there is " + Joined(names));
@@ -80,7 +78,7 @@ const SCatalogReport& ChosenReport(const SReportArguments& arguments) {
     if (*arguments.variant == line.variantName) {
       return line;
     }
-    variants.push_back(line.variantName);
+    variants.emplace_back(line.variantName);
   }
   if (variants.empty()) {
     throw CHostError(std::string("--variant: ") + report->name + " has no variants");
@@ -180,10 +178,8 @@ std::vector<std::wstring> AllSpecs(const COpenProject& project, const SCatalogRe
 std::vector<std::wstring> ChosenSpecs(const SReportArguments& arguments,
                                       const COpenProject& project, const SCatalogReport& report) {
   const std::vector<std::wstring> all = AllSpecs(project, report);
-  std::vector<std::string> names;
-  for (const std::wstring& spec : all) {
-    names.push_back(Utf8FromWide(spec));
-  }
+  std::vector<std::string> names(all.size());
+  std::transform(all.begin(), all.end(), names.begin(), Utf8FromWide);
   for (const std::string& spec : arguments.specs) {
     if (std::find(names.begin(), names.end(), spec) == names.end()) {
       throw CHostError("--spec: no discipline '" + spec + "' in " + report.name + " of '" +
@@ -191,8 +187,7 @@ std::vector<std::wstring> ChosenSpecs(const SReportArguments& arguments,
                        (names.empty() ? "is none" : "is " + Joined(names)));
     }
   }
-  const std::vector<std::wstring> chosen =
-      arguments.specs.empty() ? all : WideTexts(arguments.specs);
+  std::vector<std::wstring> chosen = arguments.specs.empty() ? all : WideTexts(arguments.specs);
   if (ChosenFormat(arguments) == EFormat::Cells && chosen.size() > 1) {
     throw CHostError("--format: cells are those of one discipline; choose it with --spec out of " +
                      Joined(names));

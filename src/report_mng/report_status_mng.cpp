@@ -135,6 +135,7 @@ void CReportStatusMng::SaveReportStatus() const {
   document->save(path_);
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): a handle, taken by value by contract
 bool CReportStatusMng::ReadConditionLable(std::shared_ptr<IXmlNode> node) {
   if (node == nullptr) {
     return false;
@@ -143,6 +144,7 @@ bool CReportStatusMng::ReadConditionLable(std::shared_ptr<IXmlNode> node) {
   return true;
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): a handle, taken by value by contract
 bool CReportStatusMng::ReadTJTreeLable(std::shared_ptr<IXmlNode> node) {
   if (node == nullptr) {
     return false;

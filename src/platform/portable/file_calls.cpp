@@ -1,8 +1,9 @@
 #include "platform/portable/file_calls.h"
 
 #include <fcntl.h>
-#include <stdio.h>
 #include <unistd.h>
+
+#include <cstdio>
 
 int CFileCalls::Stat(const std::filesystem::path& file, struct stat& status) {
   return ::stat(file.c_str(), &status);

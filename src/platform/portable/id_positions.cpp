@@ -42,19 +42,24 @@ CIdPositions::CIdPositions(const std::vector<std::int64_t>& column) {
   positions_.assign(count_, kMissing);
 }
 
-const int* CIdPositions::Find(std::int64_t id) const {
+std::size_t CIdPositions::PlaceOf(std::int64_t id) const {
   if (isTable_) {
     const std::uint64_t place = Distance(least_, id);
-    return place < positions_.size() ? &positions_[static_cast<std::size_t>(place)] : nullptr;
+    return place < positions_.size() ? static_cast<std::size_t>(place) : positions_.size();
   }
   const auto found = std::lower_bound(ids_.begin(), ids_.end(), id);
-  return found != ids_.end() && *found == id
-             ? &positions_[static_cast<std::size_t>(found - ids_.begin())]
-             : nullptr;
+  return found != ids_.end() && *found == id ? static_cast<std::size_t>(found - ids_.begin())
+                                             : positions_.size();
+}
+
+const int* CIdPositions::Find(std::int64_t id) const {
+  const std::size_t place = PlaceOf(id);
+  return place < positions_.size() ? &positions_[place] : nullptr;
 }
 
 int* CIdPositions::Find(std::int64_t id) {
-  return const_cast<int*>(static_cast<const CIdPositions*>(this)->Find(id));
+  const std::size_t place = PlaceOf(id);
+  return place < positions_.size() ? &positions_[place] : nullptr;
 }
 
 bool CIdPositions::Place(std::int64_t id, int position) {

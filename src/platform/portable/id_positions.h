@@ -26,6 +26,8 @@ class CIdPositions {
   int Position(std::int64_t id) const;
 
  private:
+  // Place of an id in positions_, or their number where it has none.
+  std::size_t PlaceOf(std::int64_t id) const;
   const int* Find(std::int64_t id) const;
   int* Find(std::int64_t id);
 

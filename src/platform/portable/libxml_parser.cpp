@@ -74,6 +74,7 @@ class CTreeBuilder {
 class CParse {
  public:
   CParse(std::string_view text, CXmlTree& tree) : unread_(text), builder_(tree) {
+    // NOLINTNEXTLINE(cppcoreguidelines-prefer-member-initializer): Read looks at it, null at first
     context_ = xmlCreateIOParserCtxt(nullptr, nullptr, Read, nullptr, this, XML_CHAR_ENCODING_UTF8);
     if (context_ == nullptr) {
       throw std::bad_alloc();

@@ -35,7 +35,7 @@ bool IsOutOfMemory(int status) {
 
 CSqliteFault::CSqliteFault(SDbFailure failure) : failure_(std::move(failure)) {}
 
-CSqliteProject::CSqliteProject(const std::wstring& path) : path_(path) {
+CSqliteProject::CSqliteProject(std::wstring path) : path_(std::move(path)) {
   // The destructor does not run when the constructor throws.
   try {
     Open();

@@ -29,7 +29,7 @@ class CSqliteFault : public std::exception {
 class CSqliteProject {
  public:
   /// Opens the file; one that is missing is not created, one that is no project database fails.
-  explicit CSqliteProject(const std::wstring& path);
+  explicit CSqliteProject(std::wstring path);
   ~CSqliteProject();
   CSqliteProject(const CSqliteProject&) = delete;
   CSqliteProject& operator=(const CSqliteProject&) = delete;

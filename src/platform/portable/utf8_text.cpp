@@ -94,7 +94,7 @@ std::wstring WideFromUtf8(std::string_view bytes) {
 }
 
 char32_t TakeCodePoint(std::wstring_view& text) {
-  char32_t c = static_cast<char32_t>(text.front());
+  auto c = static_cast<char32_t>(text.front());
   if constexpr (kWideIsUtf16) {
     c &= 0xFFFF;
   }
