@@ -38,65 +38,87 @@ void AppendEscaped(std::string& bytes, unsigned char c) {
   }
 }
 
+void AppendCharacter(std::string& bytes, std::wstring_view& text) {
+  const wchar_t c = text.front();
+  if (c >= 0 && c < 0x80) {
+    bytes.push_back(static_cast<char>(c));
+    text.remove_prefix(1);
+  } else {
+    AppendUtf8(bytes, TakeCodePoint(text));
+  }
+}
+
+void AppendJsonCharacter(std::string& bytes, std::wstring_view& text) {
+  const wchar_t c = text.front();
+  if (c >= 0 && (c < 0x20 || c == L'"' || c == L'\\')) {
+    AppendEscaped(bytes, static_cast<unsigned char>(c));
+    text.remove_prefix(1);
+  } else {
+    AppendCharacter(bytes, text);
+  }
+}
+
+void WriteToStream(std::FILE* stream, const std::string& name, std::string_view bytes) {
+  errno = 0;
+  if (std::fwrite(bytes.data(), 1, bytes.size(), stream) != bytes.size() ||
+      std::fflush(stream) != 0) {
+    throw CHostError("cannot write to " + name + ": " + std::generic_category().message(errno));
+  }
+}
+
 }  // namespace
 
-COutput::COutput(std::FILE* stream, std::string name) : stream_(stream), name_(std::move(name)) {
+COutput::COutput(Sink sink) : sink_(std::move(sink)) {
   // A piece of wide text takes six bytes for each character at most.
   buffer_.reserve(kFull + 6 * kPiece);
 }
+
+COutput::COutput(std::FILE* stream, const std::string& name)
+    : COutput([stream, name](std::string_view bytes) { WriteToStream(stream, name, bytes); }) {}
 
 void COutput::Write(std::string_view bytes) {
   while (!bytes.empty()) {
     const std::string_view piece = bytes.substr(0, kPiece);
     buffer_ += piece;
     bytes.remove_prefix(piece.size());
-    if (buffer_.size() >= kFull) {
-      Drain();
+    DrainWhenFull();
+  }
+}
+
+// `append` takes one character from the front of a text and appends its bytes to a string.
+template <class TAppend>
+void COutput::WriteCharacters(std::wstring_view text, TAppend append) {
+  std::size_t left = kPiece;
+  while (!text.empty()) {
+    append(buffer_, text);
+    if (--left == 0) {
+      left = kPiece;
+      DrainWhenFull();
     }
   }
+  DrainWhenFull();
+}
+
+void COutput::WriteText(std::wstring_view text) {
+  WriteCharacters(text, AppendCharacter);
 }
 
 void COutput::WriteJsonText(std::wstring_view text) {
   buffer_.push_back('"');
-  std::size_t left = kPiece;
-  while (!text.empty()) {
-    const wchar_t c = text.front();
-    if (c >= 0x20 && c < 0x80 && c != L'"' && c != L'\\') {
-      buffer_.push_back(static_cast<char>(c));
-      text.remove_prefix(1);
-    } else if (c >= 0 && c < 0x80) {
-      AppendEscaped(buffer_, static_cast<unsigned char>(c));
-      text.remove_prefix(1);
-    } else {
-      AppendUtf8(buffer_, TakeCodePoint(text));
-    }
-    if (--left == 0) {
-      left = kPiece;
-      if (buffer_.size() >= kFull) {
-        Drain();
-      }
-    }
-  }
+  WriteCharacters(text, AppendJsonCharacter);
   buffer_.push_back('"');
-  if (buffer_.size() >= kFull) {
-    Drain();
-  }
+  DrainWhenFull();
 }
 
-void COutput::Drain() {
-  if (stream_ == nullptr) {
-    return;
+void COutput::DrainWhenFull() {
+  if (buffer_.size() >= kFull) {
+    Flush();
   }
-  errno = 0;
-  if (std::fwrite(buffer_.data(), 1, buffer_.size(), stream_) != buffer_.size()) {
-    throw CHostError("cannot write to " + name_ + ": " + std::generic_category().message(errno));
-  }
-  buffer_.clear();
 }
 
 void COutput::Flush() {
-  Drain();
-  if (stream_ != nullptr && std::fflush(stream_) != 0) {
-    throw CHostError("cannot write to " + name_ + ": " + std::generic_category().message(errno));
+  if (sink_) {
+    sink_(buffer_);
+    buffer_.clear();
   }
 }

@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <string>
+#include <utility>
 
 #include "platform/portable/file_calls.h"
 
@@ -42,12 +43,28 @@ fs::path FolderOf(const fs::path& file) {
   return file.has_parent_path() ? file.parent_path() : fs::path(".");
 }
 
+// The new name is on the disk only when its folder is.
+void FlushFolder(const fs::path& folder, CFileCalls& calls) {
+  const int descriptor = calls.Open(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
+  if (descriptor >= 0) {
+    static_cast<void>(calls.Flush(descriptor));
+    static_cast<void>(calls.Close(descriptor));
+  }
+}
+
+}  // namespace
+
 // The file beside the one to be replaced. Removed by the destructor, unless it took the other's
 // place.
-class CFileBeside {
+class CFileReplacement::CFileBeside {
  public:
+  // `old` is the file to be replaced; null where there is none yet.
   CFileBeside(const fs::path& target, const struct stat* old, CFileCalls& calls)
-      : target_(target), old_(old), calls_(calls) {}
+      : target_(target), hasOld_(old != nullptr), calls_(calls) {
+    if (hasOld_) {
+      old_ = *old;
+    }
+  }
   CFileBeside(const CFileBeside&) = delete;
   CFileBeside& operator=(const CFileBeside&) = delete;
   ~CFileBeside() {
@@ -67,16 +84,17 @@ class CFileBeside {
 
  private:
   const fs::path& target_;
-  const struct stat* old_;
+  const bool hasOld_;
+  struct stat old_ = {};
   CFileCalls& calls_;
   fs::path name_;
   int descriptor_ = -1;
   bool exists_ = false;
 };
 
-bool CFileBeside::Create() {
+bool CFileReplacement::CFileBeside::Create() {
   // Never more open than the old file, not even while it is empty.
-  const mode_t mode = old_ == nullptr ? kNewFile : old_->st_mode & kNewFile;
+  const mode_t mode = hasOld_ ? old_.st_mode & kNewFile : kNewFile;
   for (int i = 0; i < kMostNames; ++i) {
     name_ = target_;
     name_ += ".new" + std::to_string(::getpid()) + "-" + std::to_string(i);
@@ -89,18 +107,18 @@ bool CFileBeside::Create() {
   return false;
 }
 
-bool CFileBeside::TakeOverOwner() {
-  if (old_ == nullptr) {
+bool CFileReplacement::CFileBeside::TakeOverOwner() {
+  if (!hasOld_) {
     return true;
   }
   // Giving files away is for the system's administrator, for others nothing is lost.
-  if (old_->st_uid != ::geteuid() || old_->st_gid != ::getegid()) {
-    static_cast<void>(calls_.ChangeOwner(descriptor_, old_->st_uid, old_->st_gid));
+  if (old_.st_uid != ::geteuid() || old_.st_gid != ::getegid()) {
+    static_cast<void>(calls_.ChangeOwner(descriptor_, old_.st_uid, old_.st_gid));
   }
-  return calls_.ChangeMode(descriptor_, old_->st_mode & kAllPermissions) == 0;
+  return calls_.ChangeMode(descriptor_, old_.st_mode & kAllPermissions) == 0;
 }
 
-bool CFileBeside::Fill(std::string_view bytes) {
+bool CFileReplacement::CFileBeside::Fill(std::string_view bytes) {
   while (!bytes.empty()) {
     const ssize_t written = calls_.Write(descriptor_, bytes.data(), bytes.size());
     if (written < 0 && errno == EINTR) {
@@ -117,7 +135,7 @@ bool CFileBeside::Fill(std::string_view bytes) {
   return true;
 }
 
-bool CFileBeside::Close() {
+bool CFileReplacement::CFileBeside::Close() {
   if (descriptor_ < 0) {
     return true;
   }
@@ -126,33 +144,26 @@ bool CFileBeside::Close() {
   return calls_.Close(descriptor) == 0;
 }
 
-bool CFileBeside::TakePlace() {
+bool CFileReplacement::CFileBeside::TakePlace() {
   exists_ = calls_.Rename(name_, target_) != 0;
   return !exists_;
 }
 
-// The new name is on the disk only when its folder is.
-void FlushFolder(const fs::path& folder, CFileCalls& calls) {
-  const int descriptor = calls.Open(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC, 0);
-  if (descriptor >= 0) {
-    static_cast<void>(calls.Flush(descriptor));
-    static_cast<void>(calls.Close(descriptor));
-  }
-}
+CFileReplacement::CFileReplacement(fs::path file, CFileCalls& calls)
+    : target_(std::move(file)), calls_(calls) {}
 
-}  // namespace
+CFileReplacement::~CFileReplacement() = default;
 
-std::error_code TryReplaceFile(const fs::path& file, std::string_view bytes, CFileCalls& calls) {
-  fs::path target = file;
-  if (const std::error_code error = FollowLinks(target)) {
+std::error_code CFileReplacement::Begin() {
+  if (const std::error_code error = FollowLinks(target_)) {
     return error;
   }
-  if (!target.has_filename()) {
-    return std::make_error_code(target.empty() ? std::errc::no_such_file_or_directory
-                                               : std::errc::is_a_directory);
+  if (!target_.has_filename()) {
+    return std::make_error_code(target_.empty() ? std::errc::no_such_file_or_directory
+                                                : std::errc::is_a_directory);
   }
   struct stat old = {};
-  const bool exists = calls.Stat(target, old) == 0;
+  const bool exists = calls_.Stat(target_, old) == 0;
   if (!exists && errno != ENOENT) {
     return LastError();
   }
@@ -162,18 +173,34 @@ std::error_code TryReplaceFile(const fs::path& file, std::string_view bytes, CFi
   if (exists && !S_ISREG(old.st_mode)) {
     return std::make_error_code(std::errc::invalid_argument);
   }
-  if (exists && calls.Access(target, W_OK) != 0) {
+  if (exists && calls_.Access(target_, W_OK) != 0) {
     return LastError();
   }
-  {
-    CFileBeside beside(target, exists ? &old : nullptr, calls);
-    if (!beside.Create() || !beside.TakeOverOwner() || !beside.Fill(bytes) || !beside.Flush() ||
-        !beside.Close() || !beside.TakePlace()) {
-      return LastError();
-    }
+  beside_ = std::make_unique<CFileBeside>(target_, exists ? &old : nullptr, calls_);
+  return beside_->Create() && beside_->TakeOverOwner() ? std::error_code() : LastError();
+}
+
+std::error_code CFileReplacement::Write(std::string_view bytes) {
+  return beside_->Fill(bytes) ? std::error_code() : LastError();
+}
+
+std::error_code CFileReplacement::Commit() {
+  if (!beside_->Flush() || !beside_->Close() || !beside_->TakePlace()) {
+    return LastError();
   }
-  FlushFolder(FolderOf(target), calls);
+  FlushFolder(FolderOf(target_), calls_);
   return {};
+}
+
+std::error_code TryReplaceFile(const fs::path& file, std::string_view bytes, CFileCalls& calls) {
+  CFileReplacement replacement(file, calls);
+  if (const std::error_code error = replacement.Begin()) {
+    return error;
+  }
+  if (const std::error_code error = replacement.Write(bytes)) {
+    return error;
+  }
+  return replacement.Commit();
 }
 
 bool ReplaceFile(const fs::path& file, std::string_view bytes) {
