@@ -113,6 +113,15 @@ TEST_F(IniPrivateProfile, RefusesTextsThatNoLineCanHold) {
   EXPECT_EQ(ReadBytes(File()), "[s]\nk=1\n");
 }
 
+TEST_F(IniPrivateProfile, RefusesHalvesOfSurrogatePairsThatCouldNotBeFoundAgain) {
+  const std::wstring half(1, static_cast<wchar_t>(0xD800));
+  WriteBytes(File(), "[s]\nk=1\n");
+  EXPECT_FALSE(profile_.WriteString(L"s", L"a" + half, L"v", Path()));
+  EXPECT_FALSE(profile_.WriteString(half, L"k", L"v", Path()));
+  EXPECT_FALSE(profile_.WriteString(L"s", L"k", half + L"v", Path()));
+  EXPECT_EQ(ReadBytes(File()), "[s]\nk=1\n");
+}
+
 TEST_F(IniPrivateProfile, KeepsPermissionsAndLinks) {
   WriteBytes(folder_ / "real.ini", "[s]\nk=1\n");
   ASSERT_EQ(chmod((folder_ / "real.ini").c_str(), 0640), 0);

@@ -43,21 +43,26 @@ bool HoldsAny(std::wstring_view text, std::wstring_view characters) {
   return text.find_first_of(characters) != std::wstring_view::npos;
 }
 
+// Anything else would be written as U+FFFD, and a name not be found again.
+bool IsUnicode(std::wstring_view text) {
+  return WideFromUtf8(Utf8FromWide(text)) == text;
+}
+
 // Whether the texts read back as what they are; "\0" is kept out for readers of C texts.
 bool FitsSection(std::wstring_view name) {
   using namespace std::literals;
-  return !HoldsAny(name, L"\r\n]\0"sv);
+  return IsUnicode(name) && !HoldsAny(name, L"\r\n]\0"sv);
 }
 
 bool FitsKey(std::wstring_view name) {
   using namespace std::literals;
-  return !name.empty() && name.front() != L'[' && name.front() != L';' &&
+  return IsUnicode(name) && !name.empty() && name.front() != L'[' && name.front() != L';' &&
          !HoldsAny(name, L"\r\n=\0"sv);
 }
 
 bool FitsValue(std::wstring_view value) {
   using namespace std::literals;
-  return !HoldsAny(value, L"\r\n\0"sv);
+  return IsUnicode(value) && !HoldsAny(value, L"\r\n\0"sv);
 }
 
 }  // namespace

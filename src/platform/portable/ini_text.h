@@ -19,7 +19,7 @@ class CIniText {
   /// the key is missing.
   std::optional<std::wstring> Get(std::wstring_view section, std::wstring_view key) const;
   /// Sets or adds the key; false, with nothing changed, for texts that no line of the file can
-  /// hold.
+  /// hold, such as line ends and half surrogate pairs.
   bool Set(std::wstring_view section, std::wstring_view key, std::wstring_view value);
   /// The whole file.
   std::string Bytes() const;

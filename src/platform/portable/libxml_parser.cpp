@@ -69,14 +69,49 @@ class CTreeBuilder {
   bool endsInText_ = false;
 };
 
+// The library tells of memory that it lacks on standard error, and keeps its last error's texts.
+// Neither is for the host, whose own handler comes back.
+class CQuietLibrary {
+ public:
+  CQuietLibrary() : handler_(xmlGenericError), context_(xmlGenericErrorContext) {
+    xmlSetGenericErrorFunc(this, OnMessage);
+  }
+  ~CQuietLibrary() {
+    xmlSetGenericErrorFunc(context_, handler_);
+    xmlResetLastError();
+  }
+  CQuietLibrary(const CQuietLibrary&) = delete;
+  CQuietLibrary& operator=(const CQuietLibrary&) = delete;
+
+  /// Without memory the parser goes on as well as it can, and a later error hides the first one.
+  bool LackedMemory() const { return lackedMemory_; }
+  void LookAtError() {
+    const xmlError* const error = xmlGetLastError();
+    lackedMemory_ = lackedMemory_ || (error != nullptr && error->code == XML_ERR_NO_MEMORY);
+  }
+
+ private:
+  static void OnMessage(void* library, const char*, ...) {
+    static_cast<CQuietLibrary*>(library)->LookAtError();
+  }
+
+  xmlGenericErrorFunc handler_;
+  void* context_;
+  bool lackedMemory_ = false;
+};
+
 // One run of the parser. No exception may pass through the library, so what a callback throws waits
 // for its end.
 class CParse {
  public:
   CParse(std::string_view text, CXmlTree& tree) : unread_(text), builder_(tree) {
     // NOLINTNEXTLINE(cppcoreguidelines-prefer-member-initializer): Read looks at it, null at first
-    context_ = xmlCreateIOParserCtxt(nullptr, nullptr, Read, nullptr, this, XML_CHAR_ENCODING_UTF8);
+    context_ = xmlNewParserCtxt();
     if (context_ == nullptr) {
+      throw std::bad_alloc();
+    }
+    if (!PushInput()) {
+      xmlFreeParserCtxt(context_);
       throw std::bad_alloc();
     }
     // XML_PARSE_NOENT concerns "&amp;" in attributes: without it their reader must do that itself.
@@ -105,13 +140,33 @@ class CParse {
     if (thrown_) {
       std::rethrow_exception(thrown_);
     }
-    if (context_->errNo == XML_ERR_NO_MEMORY) {
+    if (quiet_.LackedMemory()) {
       throw std::bad_alloc();
     }
     return context_->wellFormed == 1;
   }
 
  private:
+  // The library's own way of making a context with an input loses memory where it lacks some.
+  bool PushInput() {
+    constexpr xmlCharEncoding kEncoding = XML_CHAR_ENCODING_UTF8;
+    xmlParserInputBufferPtr const buffer =
+        xmlParserInputBufferCreateIO(Read, nullptr, this, kEncoding);
+    if (buffer == nullptr) {
+      return false;
+    }
+    xmlParserInputPtr const input = xmlNewIOInputStream(context_, buffer, kEncoding);
+    if (input == nullptr) {
+      xmlFreeParserInputBuffer(buffer);
+      return false;
+    }
+    if (inputPush(context_, input) < 0) {
+      xmlFreeInputStream(input);
+      return false;
+    }
+    return true;
+  }
+
   // The text ends with the first error, or the parser would look for more of them to the end.
   static int Read(void* parse, char* buffer, int size) {
     auto& self = *static_cast<CParse*>(parse);
@@ -160,9 +215,11 @@ class CParse {
       builder.Leaf(CXmlTree::EKind::Instruction, View(target), View(data));
     });
   }
-  // Without this the library would print.
-  static void OnMessage(void*, const char*, ...) {}
+  static void OnMessage(void* parse, const char*, ...) {
+    static_cast<CParse*>(parse)->quiet_.LookAtError();
+  }
 
+  CQuietLibrary quiet_;
   std::string_view unread_;
   CTreeBuilder builder_;
   xmlParserCtxtPtr context_ = nullptr;
@@ -172,6 +229,14 @@ class CParse {
 }  // namespace
 
 std::shared_ptr<CXmlTree> ParseXml(std::string_view text) {
-  auto tree = std::make_shared<CXmlTree>();
-  return CParse(text, *tree).Run() ? tree : nullptr;
+  // The library does not tell of all memory that it lacks, and what is taken for ill-formed may be
+  // overwritten by its owner. An ill-formed text is so the second time, too.
+  constexpr int kAttempts = 2;
+  for (int i = 0; i < kAttempts; ++i) {
+    auto tree = std::make_shared<CXmlTree>();
+    if (CParse(text, *tree).Run()) {
+      return tree;
+    }
+  }
+  return nullptr;
 }

@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <limits>
 #include <new>
-#include <string_view>
 
 #include "platform/portable/sqlite_project.h"
 #include "platform/portable/utf8_text.h"
@@ -57,7 +56,7 @@ double CSqliteTableReader::Real(int column) const {
   return sqlite3_column_double(statement_, column);
 }
 
-std::wstring CSqliteTableReader::Text(int column) {
+std::string_view CSqliteTableReader::Bytes(int column) {
   if (sqlite3_column_type(statement_, column) == SQLITE_NULL) {
     return {};
   }
@@ -75,8 +74,12 @@ std::wstring CSqliteTableReader::Text(int column) {
     const bool hasId = sqlite3_column_type(statement_, 0) == SQLITE_INTEGER;
     project_.Fail("more text than the file can hold", table_, hasId ? Integer(0) : 0);
   }
+  return {bytes, size};
+}
+
+std::wstring CSqliteTableReader::Text(int column) {
   scratch_.clear();
-  AppendWide(scratch_, std::string_view(bytes, size));
+  AppendWide(scratch_, Bytes(column));
   return std::wstring(scratch_.data(), scratch_.size());
 }
 

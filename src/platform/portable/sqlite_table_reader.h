@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 struct sqlite3_stmt;
 class CSqliteProject;
@@ -30,6 +31,8 @@ class CSqliteTableReader {
   int Int(int column) const;
   bool Flag(int column) const { return Integer(column) != 0; }
   double Real(int column) const;
+  /// A text as it is stored, until the next step.
+  std::string_view Bytes(int column);
   std::wstring Text(int column);
 
  private:
