@@ -7,8 +7,12 @@
 #include <variant>
 #include <vector>
 
+#include "host/check_command.h"
+#include "host/config_command.h"
 #include "host/report_command.h"
+#include "host/reports_command.h"
 #include "host/status_command.h"
+#include "host/tree_command.h"
 
 struct SDemoArguments {
   std::string file;
@@ -22,9 +26,10 @@ struct SHelpText {
   std::string text;
 };
 using Arguments =
-    std::variant<SDemoArguments, SReportArguments, SBatchArguments, SStatusArguments, SHelpText>;
+    std::variant<SDemoArguments, SReportArguments, SReportsArguments, STreeArguments,
+                 SCheckArguments, SBatchArguments, SStatusArguments, SConfigArguments, SHelpText>;
 
-/// Reads what follows the program's name. Throws CHostError.
+/// Reads what follows the program's name (UTF-8). Throws CHostError.
 Arguments ReadArguments(const std::vector<std::string>& words);
 
 #endif  // TALLY_HOST_ARGUMENTS_H_

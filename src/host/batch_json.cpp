@@ -274,7 +274,9 @@ constexpr SOperation kOperations[] = {
 }  // namespace
 
 BatchCall ReadBatchCall(std::string_view line) {
-  const Json parsed = Json::parse(line, nullptr, false);
+  // The parser would take U+0000 for the end of the line.
+  const bool isText = line.find('\0') == std::string_view::npos;
+  const Json parsed = isText ? Json::parse(line, nullptr, false) : Json(Json::value_t::discarded);
   if (!parsed.is_object()) {
     throw CRequestError(parsed.is_discarded() ? "the line is not JSON"
                                               : "the line is not a JSON object");

@@ -49,9 +49,9 @@ std::string CFileNames::NameOf(const SCatalogReport& report, std::wstring_view s
     stem += Joined("-", report.variantName);
   }
   stem += Joined("_", SpecPart(spec));
-  std::string name = Joined(stem, ".txt");
+  std::string name = Joined(stem, extension_);
   for (int number = 2; !taken_.insert(LowerCase(name)).second; ++number) {
-    name = Joined(stem, "_", std::to_string(number), ".txt");
+    name = Joined(stem, "_", std::to_string(number), extension_);
   }
   return name;
 }

@@ -39,8 +39,9 @@ bool ReadIsQdMode(const std::wstring& path) {
 
 CReadError::CReadError(const SDbFailure& failure) : CHostError(FailureText(failure)) {}
 
-COpenProject::COpenProject(const std::string& file)
-    : path_(WideFromUtf8(file)), watch_(std::make_shared<CReadWatch>(CDbOperator::MakePortable())) {
+COpenProject::COpenProject(const std::string& file, CRunStats* stats)
+    : path_(WideFromUtf8(file)),
+      watch_(std::make_shared<CReadWatch>(CDbOperator::MakePortable(), stats)) {
   IMessageBox::Install(std::make_shared<CSilentMessageBox>());
   CDbOperator::Install(watch_);
   watch_->ForgetFailure();

@@ -21,9 +21,9 @@ class CReadError : public CHostError {
 /// setting is priced by bill items). One at a time, from a command to the end of the process.
 class COpenProject {
  public:
-  /// `file` is UTF-8. Throws CHostError for what cannot be opened: no such file, no project
-  /// database, another version.
-  explicit COpenProject(const std::string& file);
+  /// `file` is UTF-8; `stats` are told of every read and outlive the project. Throws CHostError for
+  /// what cannot be opened: no such file, no project database, another version.
+  explicit COpenProject(const std::string& file, CRunStats* stats = nullptr);
 
   /// Opens the same file in the given mode.
   void Reopen(bool isQdMode);

@@ -26,18 +26,28 @@ std::optional<ERecordSet> ResultSetOf(Report::EReportType type) {
   }
 }
 
-CReadWatch::CReadWatch(std::shared_ptr<CDbOperator> reader) : reader_(std::move(reader)) {}
+CReadWatch::CReadWatch(std::shared_ptr<CDbOperator> reader, CRunStats* stats)
+    : reader_(std::move(reader)), stats_(stats) {}
 
 std::optional<SDbFailure> CReadWatch::FailureOf(ERecordSet set) const {
   const auto at = failures_.find(set);
   return at == failures_.end() ? std::nullopt : std::optional(at->second);
 }
 
-template <class TRead>
-bool CReadWatch::Watch(ERecordSet set, const std::wstring& path, TRead read) {
+template <class TRow, class TRead>
+bool CReadWatch::Watch(ERecordSet set, const std::wstring& path, const std::vector<TRow>& rows,
+                       TRead read) {
+  std::optional<CRunStats::CTimer> timer;
+  if (stats_ != nullptr) {
+    timer.emplace(*stats_, ERunPhase::Read);
+  }
+  const std::size_t before = rows.size();
   failures_.erase(set);
   reader_->ForgetFailure();
   if (read(*reader_)) {
+    if (stats_ != nullptr) {
+      stats_->AddRecords(rows.size() - before);
+    }
     return true;
   }
   failures_[set] = reader_->LastFailure().value_or(SDbFailure{path, "", 0, "it could not be read"});
@@ -50,51 +60,51 @@ int CReadWatch::GetMdbVertion(const std::wstring& path) {
 
 bool CReadWatch::ReadCategoryData(std::vector<KorDMRec::SKorDMAllSmallIndexRec>& records,
                                   const std::wstring& path) {
-  return Watch(ERecordSet::CategoryTree, path,
+  return Watch(ERecordSet::CategoryTree, path, records,
                [&](CDbOperator& reader) { return reader.ReadCategoryData(records, path); });
 }
 
 bool CReadWatch::ReadSysCodeData(std::vector<KorDMRec::SKorDMAllSysCodeRec>& records,
                                  const std::wstring& path) {
-  return Watch(ERecordSet::SysCodeTree, path,
+  return Watch(ERecordSet::SysCodeTree, path, records,
                [&](CDbOperator& reader) { return reader.ReadSysCodeData(records, path); });
 }
 
 bool CReadWatch::ReadFloorData(std::vector<KorDMRec::SKorDMFloorRec>& records,
                                const std::wstring& path) {
-  return Watch(ERecordSet::FloorTree, path,
+  return Watch(ERecordSet::FloorTree, path, records,
                [&](CDbOperator& reader) { return reader.ReadFloorData(records, path); });
 }
 
 bool CReadWatch::ReadSgdAttData(std::vector<std::wstring>& names, const std::wstring& path) {
-  return Watch(ERecordSet::SgdTree, path,
+  return Watch(ERecordSet::SgdTree, path, names,
                [&](CDbOperator& reader) { return reader.ReadSgdAttData(names, path); });
 }
 
 bool CReadWatch::ReadXhlData(KorDMRec::SKorDMResultData& data, const std::wstring& path,
                              bool summary) {
-  return Watch(summary ? ERecordSet::Summary : ERecordSet::Overview, path,
+  return Watch(summary ? ERecordSet::Summary : ERecordSet::Overview, path, data.rows,
                [&](CDbOperator& reader) { return reader.ReadXhlData(data, path, summary); });
 }
 
 bool CReadWatch::ReadXhlDetailData(KorDMRec::SKorDMDetailResultData& data,
                                    const std::wstring& path) {
-  return Watch(ERecordSet::Detail, path,
+  return Watch(ERecordSet::Detail, path, data.rows,
                [&](CDbOperator& reader) { return reader.ReadXhlDetailData(data, path); });
 }
 
 bool CReadWatch::ReadCgData(KorDMRec::SKorDMResultData& data, const std::wstring& path) {
-  return Watch(ERecordSet::OverHeight, path,
+  return Watch(ERecordSet::OverHeight, path, data.rows,
                [&](CDbOperator& reader) { return reader.ReadCgData(data, path); });
 }
 
 bool CReadWatch::ReadPjData(KorDMRec::SKorDMPjResultData& data, const std::wstring& path) {
-  return Watch(ERecordSet::Fitting, path,
+  return Watch(ERecordSet::Fitting, path, data.rows,
                [&](CDbOperator& reader) { return reader.ReadPjData(data, path); });
 }
 
 bool CReadWatch::ReadQdDeData(KorDMRec::SKorDMQdDeResultData& data, const std::wstring& path,
                               bool isQdMode) {
-  return Watch(ERecordSet::BillQuota, path,
+  return Watch(ERecordSet::BillQuota, path, data.rows,
                [&](CDbOperator& reader) { return reader.ReadQdDeData(data, path, isQdMode); });
 }

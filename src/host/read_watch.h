@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "host/run_stats.h"
 #include "platform/db_operator.h"
 #include "report_model/report_types.h"
 
@@ -32,7 +33,8 @@ std::optional<ERecordSet> ResultSetOf(Report::EReportType type);
 /// for empty; the host asks here, for as long as the engine keeps the empty set.
 class CReadWatch : public CDbOperator {
  public:
-  explicit CReadWatch(std::shared_ptr<CDbOperator> reader);
+  /// `stats` are told of times and rows and outlive the watch; null for none.
+  explicit CReadWatch(std::shared_ptr<CDbOperator> reader, CRunStats* stats = nullptr);
 
   /// Why the last read of the set failed; none where it did not, or where there was none.
   std::optional<SDbFailure> FailureOf(ERecordSet set) const;
@@ -57,10 +59,12 @@ class CReadWatch : public CDbOperator {
   void ForgetFailure() override { reader_->ForgetFailure(); }
 
  private:
-  template <class TRead>
-  bool Watch(ERecordSet set, const std::wstring& path, TRead read);
+  /// `rows` are those that `read` appends to.
+  template <class TRow, class TRead>
+  bool Watch(ERecordSet set, const std::wstring& path, const std::vector<TRow>& rows, TRead read);
 
   std::shared_ptr<CDbOperator> reader_;
+  CRunStats* stats_;
   std::map<ERecordSet, SDbFailure> failures_;
 };
 

@@ -24,9 +24,12 @@ struct SReportArguments {
   std::vector<std::string> floors;  ///< DRAWING or DRAWING=FLOOR
   std::vector<std::string> categories;
   std::vector<std::string> sysCodes;
-  std::optional<bool> sortDown;  ///< left out: as the configuration says
-  std::string format = "table";  ///< or "cells"
-  std::string out;               ///< a file or, with `all`, a folder; empty: standard output
+  std::optional<bool> sortDown;        ///< left out: as the configuration says
+  std::optional<std::string> columns;  ///< ids or headings, parted by ","; left out: by the status
+  std::string format = "table";        ///< the name of a format
+  bool csvSafe = false;                ///< csv and tsv: no text that a spreadsheet takes to compute
+  bool stats = false;                  ///< phase times and sizes to standard error
+  std::string out;                     ///< a file or, with `all`, a folder; empty: standard output
 };
 
 /// Prints to `standardOutput`, or to the file or folder that the arguments name. Throws CHostError.

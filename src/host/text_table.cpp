@@ -16,11 +16,6 @@ constexpr int kGapWidth = 2;
 // A longer text moves the rest of its own line only.
 constexpr int kWidestColumn = 72;
 
-struct SColumn {
-  const SCellLayout* cell;
-  int width = 0;
-};
-
 /// A line of the table as its texts, the first of them in the column of levels.
 struct SLine {
   int indent = 0;
@@ -29,88 +24,66 @@ struct SLine {
 
 class CTextTable {
  public:
-  CTextTable(const SReportLayout& layout, std::span<const SRow> rows);
+  CTextTable(const CColumns& columns, std::span<const SRow> rows);
 
   void Write(COutput& output) const;
 
  private:
-  void FindLevels(const SReportLayout& layout);
-  void FindColumns();
+  void FindLevels();
   void MakeHeadings();
   void Measure(const SLine& line);
   SLine LineOf(const SRow& row) const;
+  SLine EmptyLine(const SRowLayout& row) const;
   std::string Format(const SLine& line) const;
-  std::size_t ColumnOf(const SCellLayout& cell) const;
-  static bool IsShown(const SCellLayout& cell) { return cell.type != ECellType::References; }
+  /// Of a column's cell in its row; 0 where it has none, or has it in the column of levels.
+  std::size_t Position(const SRowLayout& row, std::size_t column) const {
+    return static_cast<std::size_t>(std::max(0, columns_.Position(row, column)));
+  }
 
+  const CColumns columns_;
   std::span<const SRow> rows_;
   std::vector<const SRowLayout*> levels_;  // those that occur
-  std::vector<SColumn> columns_;           // the first is the one of levels
+  std::vector<std::size_t> shown_;         // positions among the columns
+  std::vector<int> widths_;                // the first is the column of levels
   std::vector<SLine> headings_;
 };
 
-CTextTable::CTextTable(const SReportLayout& layout, std::span<const SRow> rows) : rows_(rows) {
-  FindLevels(layout);
-  FindColumns();
+CTextTable::CTextTable(const CColumns& columns, std::span<const SRow> rows)
+    : columns_(columns.OccurringIn(rows)), rows_(rows) {
+  FindLevels();
+  for (std::size_t i = 0; i < columns_.Size(); ++i) {
+    const bool isBehindLevels =
+        std::any_of(levels_.begin(), levels_.end(),
+                    [&](const SRowLayout* level) { return Position(*level, i) > 0; });
+    if (columns_[i].isShown && isBehindLevels) {
+      shown_.push_back(i);
+    }
+  }
+  widths_.resize(shown_.size() + 1);
   MakeHeadings();
   for (const SRow& row : rows_) {
     Measure(LineOf(row));
   }
 }
 
-void CTextTable::FindLevels(const SReportLayout& layout) {
-  std::vector<bool> occurs(layout.rows.size());
-  for (const SRow& row : rows_) {
-    occurs[static_cast<std::size_t>(row.layout - layout.rows.data())] = true;
-  }
-  for (std::size_t i = 0; i < occurs.size(); ++i) {
-    if (occurs[i]) {
-      levels_.push_back(&layout.rows[i]);
+void CTextTable::FindLevels() {
+  for (const SRowLayout& level : columns_.Layout().rows) {
+    if (std::any_of(rows_.begin(), rows_.end(),
+                    [&](const SRow& row) { return row.layout == &level; })) {
+      levels_.push_back(&level);
     }
   }
-}
-
-// Columns keep the order that every level has them in: one that is new comes before those that
-// follow it in its row.
-void CTextTable::FindColumns() {
-  columns_.push_back({nullptr});
-  for (const SRowLayout* level : levels_) {
-    std::size_t before = columns_.size();
-    for (std::size_t i = level->cells.size(); i-- > 1;) {
-      const SCellLayout& cell = level->cells[i];
-      if (!IsShown(cell)) {
-        continue;
-      }
-      const std::size_t at = ColumnOf(cell);
-      if (at == columns_.size()) {
-        columns_.insert(columns_.begin() + static_cast<std::ptrdiff_t>(before), {&cell});
-      } else {
-        before = at;
-      }
-    }
-  }
-}
-
-std::size_t CTextTable::ColumnOf(const SCellLayout& cell) const {
-  std::size_t at = 1;
-  while (at < columns_.size() && std::string_view(columns_[at].cell->id) != cell.id) {
-    ++at;
-  }
-  return at;
 }
 
 void CTextTable::MakeHeadings() {
-  std::vector<bool> isHeaded(columns_.size());
+  std::vector<bool> isHeaded(shown_.size());
   for (const SRowLayout* level : levels_) {
-    SLine line;
-    line.indent = kIndent * (level->depth - levels_.front()->depth);
-    line.texts.resize(columns_.size());
+    SLine line = EmptyLine(*level);
     line.texts[0] = ToTerminalText(level->cells[0].heading);
-    for (const SCellLayout& cell : level->cells.subspan(1)) {
-      const std::size_t at = ColumnOf(cell);
-      if (IsShown(cell) && !isHeaded[at]) {
-        isHeaded[at] = true;
-        line.texts[at] = ToTerminalText(cell.heading);
+    for (std::size_t i = 0; i < shown_.size(); ++i) {
+      if (Position(*level, shown_[i]) > 0 && !isHeaded[i]) {
+        isHeaded[i] = true;
+        line.texts[i + 1] = ToTerminalText(columns_[shown_[i]].cell->heading);
       }
     }
     Measure(line);
@@ -118,23 +91,28 @@ void CTextTable::MakeHeadings() {
   }
 }
 
-SLine CTextTable::LineOf(const SRow& row) const {
+SLine CTextTable::EmptyLine(const SRowLayout& row) const {
   SLine line;
-  line.indent = kIndent * (row.layout->depth - levels_.front()->depth);
-  line.texts.resize(columns_.size());
+  line.indent = kIndent * (row.depth - levels_.front()->depth);
+  line.texts.resize(widths_.size());
+  return line;
+}
+
+SLine CTextTable::LineOf(const SRow& row) const {
+  SLine line = EmptyLine(*row.layout);
   line.texts[0] = ToTerminalText(row.cells[0]);
-  for (std::size_t i = 1; i < row.cells.size(); ++i) {
-    if (IsShown(row.layout->cells[i])) {
-      line.texts[ColumnOf(row.layout->cells[i])] = ToTerminalText(row.cells[i]);
+  for (std::size_t i = 0; i < shown_.size(); ++i) {
+    if (const std::size_t at = Position(*row.layout, shown_[i]); at > 0) {
+      line.texts[i + 1] = ToTerminalText(row.cells[at]);
     }
   }
   return line;
 }
 
 void CTextTable::Measure(const SLine& line) {
-  for (std::size_t i = 0; i < columns_.size(); ++i) {
+  for (std::size_t i = 0; i < widths_.size(); ++i) {
     const int width = line.texts[i].width + (i == 0 ? line.indent : 0);
-    columns_[i].width = std::max(columns_[i].width, std::min(width, kWidestColumn));
+    widths_[i] = std::max(widths_[i], std::min(width, kWidestColumn));
   }
 }
 
@@ -145,11 +123,10 @@ std::string CTextTable::Format(const SLine& line) const {
     text.append(static_cast<std::size_t>(owed), ' ');
     owed = 0;
   };
-  for (std::size_t i = 0; i < columns_.size(); ++i) {
-    const SColumn& column = columns_[i];
+  for (std::size_t i = 0; i < widths_.size(); ++i) {
     const int width = line.texts[i].width + (i == 0 ? line.indent : 0);
-    const int spare = std::max(0, column.width - width);
-    const bool isRight = column.cell != nullptr && column.cell->type == ECellType::Quantity;
+    const int spare = std::max(0, widths_[i] - width);
+    const bool isRight = i > 0 && columns_[shown_[i - 1]].cell->type == ECellType::Quantity;
     owed += isRight ? spare : 0;
     if (!line.texts[i].bytes.empty()) {
       pay();
@@ -167,12 +144,11 @@ void CTextTable::Write(COutput& output) const {
   for (const SLine& line : headings_) {
     output.Write(Format(line));
   }
-  std::size_t width = 0;
-  for (const SColumn& column : columns_) {
-    width +=
-        static_cast<std::size_t>(column.width) + (&column == &columns_.front() ? 0 : kGapWidth);
+  int width = -kGapWidth;
+  for (const int columnWidth : widths_) {
+    width += columnWidth + kGapWidth;
   }
-  output.Write(std::string(width, '-') + "\n");
+  output.Write(std::string(static_cast<std::size_t>(width), '-') + "\n");
   for (const SRow& row : rows_) {
     output.Write(Format(LineOf(row)));
   }
@@ -180,6 +156,6 @@ void CTextTable::Write(COutput& output) const {
 
 }  // namespace
 
-void WriteTextTable(COutput& output, const SReportLayout& layout, std::span<const SRow> rows) {
-  CTextTable(layout, rows).Write(output);
+void WriteTextTable(COutput& output, const CColumns& columns, std::span<const SRow> rows) {
+  CTextTable(columns, rows).Write(output);
 }

@@ -4,13 +4,13 @@
 
 #include <span>
 
+#include "host/columns.h"
 #include "host/output.h"
-#include "rows/row_layouts.h"
 
 /// Writes the headings, a rule and a line for each row. The first cell of a row stands in a column
 /// of its own, indented by the row's depth, and above it the headings of the levels, indented
-/// alike; the other cells stand below their headings, quantities to the right. References are left
-/// out. Writes nothing where there are no rows.
-void WriteTextTable(COutput& output, const SReportLayout& layout, std::span<const SRow> rows);
+/// alike; the other cells stand below the headings of the chosen columns, quantities to the right.
+/// Writes nothing where there are no rows.
+void WriteTextTable(COutput& output, const CColumns& columns, std::span<const SRow> rows);
 
 #endif  // TALLY_HOST_TEXT_TABLE_H_

@@ -135,8 +135,10 @@ TEST_F(AllReports, ExplainWrongOptions) {
   ExpectFault({"--all", "-o", Out(), "--report", "1"}, "--report excludes --all" + help);
   ExpectFault({"--all", "-o", Out(), "--variant", "floor"}, "--variant excludes --all" + help);
   ExpectFault({"--all", "-o", Out(), "--level", "2"}, "--level excludes --all" + help);
-  ExpectFault({"--all", "-o", Out(), "--format", "xls"},
-              "--format: 'xls' is not a format, which are table and cells");
+  ExpectFault(
+      {"--all", "-o", Out(), "--format", "xls"},
+      "--format: no format 'xls'; there is table, csv, tsv, json, cells, xlsx, html; did you mean "
+      "'xlsx'?");
   ExpectFault(
       {"--all", "-o", Out(), "--spec", "x"},
       "--spec: no discipline 'x' in any report of '" + Project() + "'; there is 给排水, 电气");
@@ -187,7 +189,8 @@ TEST_F(AllReports, VariantsAreNamedOrNumbered) {
   EXPECT_NE(book("floor"), book("system"));
   EXPECT_EQ(Run({"--report", "calculation-book"}).output, book("member"));
   ExpectFault({"--report", "calculation-book", "--variant", "sytem"},
-              "--variant: no variant 'sytem' of calculation-book; there is member, floor, system");
+              "--variant: no variant 'sytem' of calculation-book; there is member, floor, system; "
+              "did you mean 'system'?");
   ExpectFault({"--report", "overview", "--variant", "0"}, "--variant: overview has no variants");
 }
 

@@ -12,7 +12,7 @@ class FileNames : public testing::Test {
     return names_.NameOf(*FindReport("consumption-summary"), spec);
   }
 
-  CFileNames names_;
+  CFileNames names_{".txt"};
 };
 
 TEST_F(FileNames, JoinReportVariantAndDiscipline) {

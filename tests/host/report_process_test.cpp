@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <regex>
 #include <string>
 #include <vector>
 
@@ -256,6 +257,97 @@ TEST_F(ReportProcess, FailsWhereTheOutputTakesNoMore) {
   ExpectFaultOf(closed.Wait(), "cannot write to standard output: Broken pipe");
 }
 
+TEST_F(ReportProcess, WritesCsvWithDisciplineAndLevel) {
+  const SProcessResult result = Run({"--level", "0", "--format", "csv"});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(result.errors, "");
+  EXPECT_EQ(result.output,
+            "\xEF\xBB\xBF专业,级别,施工段,构件类型,规格型号,属性,计算项目,图纸楼层,楼层,系统编号,"
+            "单位,工程量,构件索引\r\n"
+            "给排水,1,,管道\\给水管,,,,,,,,,\r\n"
+            "给排水,2,,,DN100,,,,,,m,20,\r\n"
+            "给排水,2,,,DN50,\"材质:钢\n连接:螺纹\",,,,,m,7.5,\r\n");
+}
+
+TEST_F(ReportProcess, WritesTsvAndKeepsTextsSafeOnRequest) {
+  tally_test::RunSql(Project(), "UPDATE attr SET name = '=1+1' WHERE id = 2");
+  const auto tsv = [this](const std::vector<std::string>& options) {
+    std::vector<std::string> all = {"--level", "0",      "--format",  "tsv",
+                                    "--spec",  "给排水", "--columns", "specification,quantity"};
+    all.insert(all.end(), options.begin(), options.end());
+    return Run(all).output;
+  };
+  EXPECT_EQ(tsv({}),
+            "专业\t级别\t规格型号\t工程量\n给排水\t1\t\t\n给排水\t2\t=1+1\t20\n"
+            "给排水\t2\tDN50\t7.5\n");
+  EXPECT_EQ(tsv({"--csv-safe"}),
+            "专业\t级别\t规格型号\t工程量\n给排水\t1\t\t\n给排水\t2\t'=1+1\t20\n"
+            "给排水\t2\tDN50\t7.5\n");
+}
+
+TEST_F(ReportProcess, ShowsTheChosenColumnsInTheirOrder) {
+  EXPECT_EQ(Run({"--spec", "给排水", "--level", "0", "--columns", "quantity,单位"}).output,
+            "消耗量汇总表  给排水\n"
+            "\n"
+            "构件类型\n"
+            "  规格型号   工程量  单位\n"
+            "-------------------------\n"
+            "管道\\给水管\n"
+            "  DN100          20  m\n"
+            "  DN50          7.5  m\n");
+}
+
+TEST_F(ReportProcess, ShowsReferencesWhereTheirColumnIsChosen) {
+  const std::string output =
+      Run({"--spec", "给排水", "--floor", "-1", "--columns", "components"}).output;
+  EXPECT_NE(output.find("          *J(市政)  C1$$\n"), std::string::npos) << output;
+}
+
+TEST_F(ReportProcess, TakesColumnsFromAStatusFileByHeading) {
+  const std::string status = (folder_ / "status.xml").string();
+  CProcess batch({TALLY_PROGRAM, "batch", Project()});
+  batch.Write(R"({"op":"status_read","path":")" + status + "\"}\n");
+  batch.Write(
+      R"({"op":"status_set","state":{"reports":{"消耗量汇总表":{"expandLevel":0,"columns":[)"
+      R"({"name":"工程量","visible":true},{"name":"单位","visible":false}]}}}})"
+      "\n{\"op\":\"status_save\"}\n");
+  batch.CloseInput();
+  ASSERT_EQ(batch.Wait().exitStatus, 0);
+  EXPECT_EQ(Run({"--spec", "给排水", "--level", "0", "--status", status}).output,
+            "消耗量汇总表  给排水\n"
+            "\n"
+            "构件类型\n"
+            "  规格型号   工程量  属性\n"
+            "---------------------------------------\n"
+            "管道\\给水管\n"
+            "  DN100          20\n"
+            "  DN50          7.5  材质:钢; 连接:螺纹\n");
+  EXPECT_EQ(Run({"--spec", "电气", "--level", "0", "--status", status, "--columns", "unit",
+                 "--format", "csv"})
+                .output,
+            "\xEF\xBB\xBF专业,级别,单位\r\n");
+}
+
+TEST_F(ReportProcess, TellsTimesAndSizesOnRequest) {
+  const SProcessResult result = Run({"--stats"});
+  EXPECT_EQ(result.output, kTable);
+  const std::regex lines(
+      "open +[0-9.]+ ms\nread +[0-9.]+ ms\nfold +[0-9.]+ ms\nwalk +[0-9.]+ ms\n"
+      "write +[0-9.]+ ms\nrows +11\nnodes +[0-9]+\ncells +76\nmemory +[0-9.]+ MiB\n");
+  EXPECT_TRUE(std::regex_match(result.errors, lines)) << result.errors;
+}
+
+TEST_F(ReportProcess, ExplainsWrongColumns) {
+  ExpectFault({"--columns", "unit,quantitty"},
+              "--columns: no column 'quantitty' in consumption-summary; there is section, "
+              "category, specification, attributes, item, drawing-floor, floor, system-code, unit, "
+              "quantity, components; did you mean 'quantity'?");
+  ExpectFault({"--columns="},
+              "--columns: no column '' in consumption-summary; there is section, category, "
+              "specification, attributes, item, drawing-floor, floor, system-code, unit, "
+              "quantity, components");
+}
+
 TEST_F(ReportProcess, ExplainsWrongValues) {
   ExpectFault({"--level", "6"},
               "--level: '6' is not a level of consumption-summary, which are 0 to 5");
@@ -264,7 +356,10 @@ TEST_F(ReportProcess, ExplainsWrongValues) {
   ExpectFault({"--level", "2x"},
               "--level: '2x' is not a level of consumption-summary, which are 0 to 5");
   ExpectFault({"--variant", "floor"}, "--variant: consumption-summary has no variants");
-  ExpectFault({"--format", "xls"}, "--format: 'xls' is not a format, which are table and cells");
+  ExpectFault(
+      {"--format", "xls"},
+      "--format: no format 'xls'; there is table, csv, tsv, json, cells, xlsx, html; did you mean "
+      "'xlsx'?");
   ExpectFault({"--format", "cells"},
               "--format: cells are those of one discipline; choose it with --spec out of 给排水, "
               "电气");
@@ -276,7 +371,7 @@ TEST_F(ReportProcess, ExplainsWrongValues) {
 
 TEST_F(ReportProcess, ExplainsWrongOptions) {
   const std::string help = "; see 'tally report --help'";
-  ExpectFault({"--levle", "2"}, "'--levle' is not expected" + help);
+  ExpectFault({"--levle", "2"}, "'--levle' is not expected" + help + "; did you mean '--level'?");
   ExpectFault({"more"}, "'more' is not expected" + help);
   ExpectFault({"--spec"}, "--spec: its value is missing" + help);
   ExpectFault({"--level", "1", "--level", "1"}, "--level: given more than once");
@@ -335,10 +430,13 @@ TEST(CommandLine, ExplainsWrongCommands) {
     EXPECT_EQ(result.output, "");
     EXPECT_EQ(result.errors, "tally: " + message + "\n");
   };
-  expectFault({TALLY_PROGRAM}, "no command given; there is demo, report, batch, status");
+  expectFault(
+      {TALLY_PROGRAM},
+      "no command given; there is demo, report, reports, tree, check, batch, status, config");
   expectFault({TALLY_PROGRAM, "reprot", "x"},
-              "no command 'reprot'; there is demo, report, batch, status");
-  expectFault({TALLY_PROGRAM, "--all"}, "no command '--all'; there is demo, report, batch, status");
+              "no command 'reprot'; there is demo, report, reports, tree, check, batch, status, "
+              "config; did you mean 'report'?");
+  expectFault({TALLY_PROGRAM, "--all"}, "'--all' is not expected; see 'tally --help'");
 }
 
 TEST(CommandLine, PrintsHelpAndVersion) {

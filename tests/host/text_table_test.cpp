@@ -10,7 +10,7 @@ namespace {
 std::string TableOf(const std::vector<std::wstring>& cells) {
   const SReportLayout& layout = *FindLayout(Report::ReportXhlHz, 0);
   COutput output;
-  WriteTextTable(output, layout, CutRows(layout, cells));
+  WriteTextTable(output, CColumns(layout), CutRows(layout, cells));
   return output.Text();
 }
 
