@@ -40,14 +40,20 @@ std::optional<double> Number(std::wstring_view text) {
   return isNumber ? std::optional(number) : std::nullopt;
 }
 
-// In heads and feet of pages "&" begins a command.
+// In heads and feet of pages "&" begins a command and "&&" is the character. The library takes
+// "&G" and "&[" for pictures even behind another "&"; there the full-width form stands.
 std::string PageText(const std::string& text) {
   constexpr std::size_t kLongest = 100;
   const std::wstring wide = WideFromUtf8(text).substr(0, kLongest);
   std::wstring escaped;
-  for (const wchar_t c : wide) {
-    escaped += c < L' ' || c == 0xFFFE || c == 0xFFFF ? L' ' : c;
-    escaped += c == L'&' ? L"&" : L"";
+  for (std::size_t i = 0; i < wide.size(); ++i) {
+    const wchar_t c = wide[i];
+    if (c != L'&') {
+      escaped += c < L' ' || c == 0xFFFE || c == 0xFFFF ? L' ' : c;
+      continue;
+    }
+    const wchar_t next = i + 1 < wide.size() ? wide[i + 1] : L' ';
+    escaped += next == L'G' || next == L'[' ? L"＆" : L"&&";
   }
   return Utf8FromWide(escaped);
 }

@@ -208,6 +208,18 @@ TEST_F(Workbook, OfTheSameProjectHasTheSameBytes) {
   EXPECT_NE(first, "");
 }
 
+// The writer's library looks for pictures behind these.
+TEST_F(Workbook, TakesAnyNameOfAProject) {
+  for (const char* name : {"R&G.tally", "&[Picture].tally", "&&G&.tally", "a & b.tally"}) {
+    const std::string project = (folder_ / name).string();
+    tally_test::CreateProjectDatabase(project, kSmallProject);
+    const SProcessResult result = tally_test::RunProcess(
+        {TALLY_PROGRAM, "report", project, "--report", "1", "--format", "xlsx", "-o", Book()});
+    EXPECT_EQ(result.errors, "") << name;
+    EXPECT_EQ(result.exitStatus, 0) << name;
+  }
+}
+
 TEST_F(Workbook, IsForFilesOnly) {
   tally_test::CreateProjectDatabase(Project(), kSmallProject);
   const SProcessResult result = Tally({"report", Project(), "--report", "1", "--format", "xlsx"});
