@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <iterator>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
@@ -16,16 +17,6 @@
 #include "rows/row_layouts.h"
 
 namespace {
-
-// "a,b" are the floors from a to b, "a/b/c" those named, anything else is one.
-double FloorsOf(const std::wstring& floorText) {
-  const auto names = std::count(floorText.begin(), floorText.end(), L'/') + 1;
-  const std::size_t comma = floorText.find(L',');
-  if (names > 1 || comma == std::wstring::npos) {
-    return static_cast<double>(names);
-  }
-  return std::stod(floorText.substr(comma + 1)) - std::stod(floorText) + 1;
-}
 
 // `quantityOf(row)` is that of one component on one floor; 0 for a row that does not count.
 template <class TData, class TQuantity>
@@ -141,7 +132,32 @@ void CheckSum(const SBenchReport& report, const std::wstring& spec, const std::v
   }
 }
 
+// Where the sum is known every row counts, so that a part of them has cells.
+bool CountsEveryRow(const SBenchReport& report) {
+  return std::any_of(std::begin(kSumRules), std::end(kSumRules),
+                     [&report](const SSumRule& rule) { return rule.type == report.catalog->type; });
+}
+
+void CheckFilters(const SBenchReport& report, const std::wstring& spec, std::size_t allCells) {
+  for (const SFilterChoice& filter : {OneFloor(report.set, spec), OneSysCode(report.set, spec)}) {
+    const std::size_t cells =
+        Request(report, spec, report.catalog->DeepestLevel(), filter.condition).size();
+    Require(cells <= allCells && (cells > 0 || !CountsEveryRow(report)), report,
+            "a filter does not answer a part of the rows");
+  }
+}
+
 }  // namespace
+
+// "a,b" are the floors from a to b, "a/b/c" those named, anything else is one.
+double FloorsOf(const std::wstring& floorText) {
+  const auto names = std::count(floorText.begin(), floorText.end(), L'/') + 1;
+  const std::size_t comma = floorText.find(L',');
+  if (names > 1 || comma == std::wstring::npos) {
+    return static_cast<double>(names);
+  }
+  return std::stod(floorText.substr(comma + 1)) - std::stod(floorText) + 1;
+}
 
 void CheckAnswer(const SBenchReport& report, const std::wstring& spec) {
   const SReportLayout* layout = FindLayout(report.catalog->type, report.variant);
@@ -155,6 +171,7 @@ void CheckAnswer(const SBenchReport& report, const std::wstring& spec) {
   Require(topRows.size() <= wholeRows.size(), report, "level 0 has more rows than the deepest");
   CheckSum(report, spec, topRows, false);
   CheckSum(report, spec, wholeRows, true);
+  CheckFilters(report, spec, whole.size());
   Require(Request(report, spec, 0) == top, report, "another answer at level 0 after the deepest");
   CReportMng::Instance()->Clear();
   Require(Request(report, spec, deepest) == whole, report, "another answer after another fold");

@@ -8,13 +8,13 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "consumption_file.h"
 #include "formula_project.h"
 #include "host/demo_project.h"
 #include "platform/app_profile.h"
 #include "platform/db_operator.h"
 #include "platform/portable/utf8_text.h"
 #include "result_store/tally_data_mng.h"
-#include "scaled_project.h"
 #include "scaled_services.h"
 
 namespace {
@@ -45,8 +45,9 @@ CBenchProject::~CBenchProject() {
   std::filesystem::remove_all(folder_, ignored);
 }
 
-void CBenchProject::OpenScaled(std::int64_t rows) {
-  OpenFromMemory(std::make_shared<CScaledProject>(rows, kSeed), "scaled " + std::to_string(rows));
+void CBenchProject::OpenScaled(std::int64_t rows, EProjectShape shape) {
+  OpenFromMemory(std::make_shared<CScaledProject>(rows, kSeed, shape),
+                 std::string("scaled ") + ShapeName(shape) + " " + std::to_string(rows));
 }
 
 void CBenchProject::OpenFormula(int circuits, int ofAttribute) {
@@ -54,12 +55,26 @@ void CBenchProject::OpenFormula(int circuits, int ofAttribute) {
                  "formula " + std::to_string(circuits) + " " + std::to_string(ofAttribute));
 }
 
-std::string CBenchProject::File(std::int64_t rows) {
-  const std::filesystem::path path = folder_ / (std::to_string(rows) + ".db");
+std::string CBenchProject::File(std::int64_t rows, EProjectShape shape) {
+  if (!taken_.empty()) {
+    return taken_;
+  }
+  const std::filesystem::path path =
+      folder_ / (std::string(ShapeName(shape)) + "-" + std::to_string(rows) + ".db");
   if (!std::filesystem::exists(path)) {
-    WriteDemoProject(path.string(), rows);
+    WriteFile(path.string(), rows, shape);
   }
   return path.string();
+}
+
+void CBenchProject::WriteFile(const std::string& file, std::int64_t rows, EProjectShape shape) {
+  if (shape == EProjectShape::Example) {
+    WriteDemoProject(file, rows);
+    return;
+  }
+  std::filesystem::remove(file);
+  CScaledProject source(rows, kSeed, shape);
+  WriteConsumptionFile(file, source);
 }
 
 void CBenchProject::OpenFile(const std::string& file) {

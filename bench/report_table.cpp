@@ -1,6 +1,7 @@
 #include "report_table.h"
 
 #include <algorithm>
+#include <type_traits>
 
 #include "report_mng/report_mng.h"
 #include "result_store/tally_data_mng.h"
@@ -50,6 +51,31 @@ SSetTexts TextsOf(ERecordSet set) {
     default:
       return {"detail-set", "detail_row"};
   }
+}
+
+// How many rows of a discipline have each record of a dictionary.
+template <class TData, class TRow>
+std::vector<std::size_t> CountRecords(const TData& data, const std::wstring& spec,
+                                      std::size_t records, int TRow::*index) {
+  std::vector<std::size_t> counts(records);
+  for (const TRow& row : data.rows) {
+    if (data.specs.at(static_cast<std::size_t>(row.spec)).name == spec) {
+      ++counts.at(static_cast<std::size_t>(row.*index));
+    }
+  }
+  return counts;
+}
+
+// Whether the code lies below another one that has rows.
+bool LiesBelowAnother(const std::wstring& path,
+                      const std::vector<KorDMRec::SKorDMSysCodeRec>& codes,
+                      const std::vector<std::size_t>& counts) {
+  for (std::size_t code = 0; code < codes.size(); ++code) {
+    if (counts[code] > 0 && path.starts_with(codes[code].name + L"\\")) {
+      return true;
+    }
+  }
+  return false;
 }
 
 }  // namespace
@@ -106,11 +132,47 @@ IReport* Fold(const SBenchReport& report) {
   return CReportMng::Instance()->GetReportData(report.catalog->type, report.variant);
 }
 
-Report::CellArray Request(const SBenchReport& report, const std::wstring& spec, int level) {
+Report::CellArray Request(const SBenchReport& report, const std::wstring& spec, int level,
+                          const Report::SNewCondition& condition) {
   SRowRequest request;
   request.spec = spec;
+  request.condition = condition;
   request.level = level;
   Report::CellArray rows;
   report.catalog->appendRows(*Fold(report), request, rows);
   return rows;
+}
+
+SFilterChoice OneFloor(ERecordSet set, const std::wstring& spec) {
+  return VisitSet(set, [&spec](const auto& data) {
+    using TRow = typename std::decay_t<decltype(data.rows)>::value_type;
+    const std::vector<std::size_t> counts =
+        CountRecords(data, spec, data.floors.size(), &TRow::floor);
+    SFilterChoice choice;
+    for (std::size_t floor = 0; floor < counts.size(); ++floor) {
+      const std::wstring& text = data.floors[floor].floorText;
+      if (counts[floor] > choice.rows && text.find_first_of(L",/") == std::wstring::npos) {
+        choice.rows = counts[floor];
+        choice.condition.floors = {{data.floors[floor].name, data.floors[floor].name}};
+      }
+    }
+    return choice;
+  });
+}
+
+SFilterChoice OneSysCode(ERecordSet set, const std::wstring& spec) {
+  return VisitSet(set, [&spec](const auto& data) {
+    using TRow = typename std::decay_t<decltype(data.rows)>::value_type;
+    const std::vector<std::size_t> counts =
+        CountRecords(data, spec, data.sysCodes.size(), &TRow::sysCode);
+    SFilterChoice choice;
+    for (std::size_t code = 0; code < counts.size(); ++code) {
+      const std::wstring& path = data.sysCodes[code].name;
+      if (counts[code] > choice.rows && !LiesBelowAnother(path, data.sysCodes, counts)) {
+        choice.rows = counts[code];
+        choice.condition.sysCodes = {path};
+      }
+    }
+    return choice;
+  });
 }

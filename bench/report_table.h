@@ -37,7 +37,19 @@ std::wstring BiggestSpec(ERecordSet set);
 
 /// The report of the registry, folded now if it was not.
 IReport* Fold(const SBenchReport& report);
-/// What the report answers for a discipline without a filter.
-Report::CellArray Request(const SBenchReport& report, const std::wstring& spec, int level);
+/// What the report answers for a discipline.
+Report::CellArray Request(const SBenchReport& report, const std::wstring& spec, int level,
+                          const Report::SNewCondition& condition = {});
+
+/// A filter, and how many rows of the discipline it selects.
+struct SFilterChoice {
+  Report::SNewCondition condition;
+  std::size_t rows = 0;
+};
+/// The floor with the most rows of the discipline among those that stand for themselves alone.
+SFilterChoice OneFloor(ERecordSet set, const std::wstring& spec);
+/// The system code with the most rows of the discipline among those that lie below no other. The
+/// rows are right where codes have at most three levels.
+SFilterChoice OneSysCode(ERecordSet set, const std::wstring& spec);
 
 #endif  // TALLY_BENCH_REPORT_TABLE_H_

@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <set>
 #include <span>
+#include <stdexcept>
+#include <string_view>
 #include <utility>
 
 #include "host/demo_building.h"
@@ -16,16 +18,68 @@ namespace {
 // Far beyond the size from which on the example building grows no further.
 constexpr std::int64_t kFullGrowth = 1000000;
 
-std::vector<demo::SFloor> FullFloors() {
-  return demo::Floors(kFullGrowth);
+struct SShapeName {
+  EProjectShape shape;
+  const char* name;
+};
+
+constexpr SShapeName kShapeNames[] = {
+    {EProjectShape::Example, "example"},
+    {EProjectShape::DeepCodes, "deep-codes"},
+    {EProjectShape::ManyAttributes, "many-attributes"},
+    {EProjectShape::OneFloor, "one-floor"},
+    {EProjectShape::OneKind, "one-kind"},
+};
+
+std::vector<demo::SFloor> ShapeFloors(EProjectShape shape) {
+  std::vector<demo::SFloor> floors = demo::Floors(kFullGrowth);
+  if (shape == EProjectShape::OneFloor) {
+    // A floor that stands for itself alone.
+    floors = {{"1", "1", false}};
+  }
+  return floors;
 }
-std::vector<demo::SSystem> FullSystems() {
-  return demo::Systems(kFullGrowth);
+
+std::vector<demo::SSystem> ShapeSystems(EProjectShape shape) {
+  std::vector<demo::SSystem> systems = demo::Systems(kFullGrowth);
+  if (shape != EProjectShape::DeepCodes) {
+    return systems;
+  }
+  constexpr int kBranches = 5;
+  constexpr int kFurtherLevels = 9;
+  std::vector<demo::SSystem> deep;
+  for (const demo::SSystem& system : systems) {
+    for (int branch = 1; branch <= kBranches; ++branch) {
+      demo::SSystem& added = deep.emplace_back(system);
+      for (int level = 1; level <= kFurtherLevels; ++level) {
+        added.path += "\\支路" + std::to_string(branch) + "-" + std::to_string(level);
+      }
+    }
+  }
+  return deep;
+}
+
+// Attributes for each size of a part.
+int AttributesOfSize(EProjectShape shape) {
+  constexpr int kMany = 40;
+  return shape == EProjectShape::ManyAttributes ? kMany : 1;
+}
+
+// Its components are paint work, insulation and fittings too.
+bool IsOnlyKind(const demo::SPart& part) {
+  return part.kind == std::string_view("给水立管");
 }
 
 std::wstring SpecName(std::size_t discipline) {
   return WideFromUtf8(demo::Disciplines()[discipline]);
 }
+
+/// What a result set is made of.
+struct SProjectSize {
+  std::int64_t rows;
+  std::uint64_t seed;
+  EProjectShape shape;
+};
 
 /// Components alike in one place, which share their item records.
 struct SCircuit {
@@ -42,8 +96,11 @@ class CSetBuilder {
  public:
   using TRow = typename decltype(TData::rows)::value_type;
 
-  CSetBuilder(TData& data, std::int64_t rows, std::uint64_t seed)
-      : data_(data), rows_(static_cast<std::size_t>(rows)), random_(seed) {
+  CSetBuilder(TData& data, const SProjectSize& size)
+      : data_(data),
+        rows_(static_cast<std::size_t>(size.rows)),
+        random_(size.seed),
+        shape_(size.shape) {
     FillDictionaries();
     FillChoices();
   }
@@ -99,9 +156,17 @@ class CSetBuilder {
       data_.categories.push_back({0, WideFromUtf8(part.category), WideFromUtf8(part.kind)});
       firstAttrs_.push_back(data_.attrs.size());
       for (const demo::SSize& size : part.sizes) {
-        data_.attrs.push_back(
-            {0, WideFromUtf8(std::string(part.label) + size.text), WideFromUtf8(part.lines)});
+        AddAttributes(part, size);
       }
+    }
+  }
+
+  void AddAttributes(const demo::SPart& part, const demo::SSize& size) {
+    const std::wstring name = WideFromUtf8(std::string(part.label) + size.text);
+    const std::wstring lines = WideFromUtf8(part.lines);
+    data_.attrs.push_back({0, name, lines});
+    for (int more = 1; more < attributesOfSize_; ++more) {
+      data_.attrs.push_back({0, name + L" T" + std::to_wstring(more), lines});
     }
   }
 
@@ -109,7 +174,8 @@ class CSetBuilder {
     const std::span<const demo::SPart> parts = demo::Parts();
     for (std::size_t index = 0; index < parts.size(); ++index) {
       const demo::SPart& part = parts[index];
-      const auto weight = static_cast<std::size_t>(part.weight);
+      const bool occurs = shape_ != EProjectShape::OneKind || IsOnlyKind(part);
+      const auto weight = static_cast<std::size_t>(occurs ? part.weight : 0);
       if (part.zone != demo::EZone::kPlant) {
         roomParts_.insert(roomParts_.end(), weight, index);
       }
@@ -145,7 +211,11 @@ class CSetBuilder {
     row_.floor = static_cast<int>(floor);
     row_.spec = static_cast<int>(circuit.part->discipline);
     row_.category = static_cast<int>(circuit.partIndex);
-    row_.attr = static_cast<int>(firstAttrs_[circuit.partIndex] + circuit.sizeIndex);
+    row_.attr = static_cast<int>(firstAttrs_[circuit.partIndex]) +
+                static_cast<int>(circuit.sizeIndex) * attributesOfSize_;
+    if (attributesOfSize_ > 1) {
+      row_.attr += random_.Below(attributesOfSize_);
+    }
     row_.sysCode = Pick(systemsOfPart_[circuit.partIndex]);
     return circuit;
   }
@@ -153,8 +223,10 @@ class CSetBuilder {
   TData& data_;
   std::size_t rows_;
   demo::CRandom random_;
-  std::vector<demo::SFloor> floors_ = FullFloors();
-  std::vector<demo::SSystem> systems_ = FullSystems();
+  EProjectShape shape_;
+  int attributesOfSize_ = AttributesOfSize(shape_);
+  std::vector<demo::SFloor> floors_ = ShapeFloors(shape_);
+  std::vector<demo::SSystem> systems_ = ShapeSystems(shape_);
   std::vector<std::size_t> firstAttrs_;  // of each part
   std::vector<std::size_t> roomParts_;   // each part as often as it weighs
   std::vector<std::size_t> plantParts_;
@@ -200,8 +272,8 @@ std::size_t AddItems(std::vector<KorDMRec::SKorDMCalItemDetailQRec>& items, cons
 
 /// Rows for every item of every component.
 template <class TData>
-void BuildFull(TData& data, std::int64_t rows, std::uint64_t seed) {
-  CSetBuilder<TData> builder(data, rows, seed);
+void BuildFull(TData& data, const SProjectSize& size) {
+  CSetBuilder<TData> builder(data, size);
   builder.Build([&](const SCircuit& circuit) {
     const std::size_t first = AddItems(data.calItems, circuit, builder.Random());
     for (int i = 0; i < circuit.components; ++i) {
@@ -214,6 +286,27 @@ void BuildFull(TData& data, std::int64_t rows, std::uint64_t seed) {
 }
 
 }  // namespace
+
+const char* ShapeName(EProjectShape shape) {
+  for (const SShapeName& known : kShapeNames) {
+    if (known.shape == shape) {
+      return known.name;
+    }
+  }
+  return "";
+}
+
+EProjectShape ShapeOfName(const std::string& name) {
+  std::string names;
+  for (const SShapeName& known : kShapeNames) {
+    if (known.name == name) {
+      return known.shape;
+    }
+    names += names.empty() ? "" : ", ";
+    names += known.name;
+  }
+  throw std::runtime_error("the shapes are " + names);
+}
 
 bool CScaledProject::ReadCategoryData(std::vector<KorDMRec::SKorDMAllSmallIndexRec>& records,
                                       const std::wstring& /*path*/) {
@@ -232,7 +325,7 @@ bool CScaledProject::ReadSysCodeData(std::vector<KorDMRec::SKorDMAllSysCodeRec>&
                                      const std::wstring& /*path*/) {
   std::array<int, 5> sortIds{};
   std::set<std::pair<std::size_t, std::string>> known;
-  for (const demo::SSystem& system : FullSystems()) {
+  for (const demo::SSystem& system : ShapeSystems(shape_)) {
     const demo::SSystemGroup& group = demo::SystemGroups()[system.group];
     if (!group.numbered) {
       continue;
@@ -254,7 +347,7 @@ bool CScaledProject::ReadSysCodeData(std::vector<KorDMRec::SKorDMAllSysCodeRec>&
 
 bool CScaledProject::ReadFloorData(std::vector<KorDMRec::SKorDMFloorRec>& records,
                                    const std::wstring& /*path*/) {
-  for (const demo::SFloor& floor : FullFloors()) {
+  for (const demo::SFloor& floor : ShapeFloors(shape_)) {
     records.push_back({0, WideFromUtf8(floor.name), WideFromUtf8(floor.text)});
   }
   return true;
@@ -271,11 +364,11 @@ bool CScaledProject::ReadSgdAttData(std::vector<std::wstring>& names,
 bool CScaledProject::ReadXhlData(KorDMRec::SKorDMResultData& data, const std::wstring& /*path*/,
                                  bool summary) {
   if (summary) {
-    BuildFull(data, rows_, seed_);
+    BuildFull(data, {rows_, seed_, shape_});
     return true;
   }
   // The overview has the main item of each component.
-  CSetBuilder<KorDMRec::SKorDMResultData> builder(data, rows_, seed_);
+  CSetBuilder<KorDMRec::SKorDMResultData> builder(data, {rows_, seed_, shape_});
   builder.Build([&](const SCircuit& circuit) {
     if (circuit.part->inOverview) {
       const std::size_t first = AddItems(data.calItems, circuit, builder.Random());
@@ -291,12 +384,12 @@ bool CScaledProject::ReadXhlData(KorDMRec::SKorDMResultData& data, const std::ws
 
 bool CScaledProject::ReadXhlDetailData(KorDMRec::SKorDMDetailResultData& data,
                                        const std::wstring& /*path*/) {
-  BuildFull(data, rows_, seed_);
+  BuildFull(data, {rows_, seed_, shape_});
   return true;
 }
 
 bool CScaledProject::ReadCgData(KorDMRec::SKorDMResultData& data, const std::wstring& /*path*/) {
-  BuildFull(data, rows_, seed_);
+  BuildFull(data, {rows_, seed_, shape_});
   for (auto& item : data.calItems) {
     item.text3 = L"操作高度3.6m以上";
     item.text4 = L"10m以内";
@@ -306,7 +399,7 @@ bool CScaledProject::ReadCgData(KorDMRec::SKorDMResultData& data, const std::wst
 
 bool CScaledProject::ReadPjData(KorDMRec::SKorDMPjResultData& data, const std::wstring& /*path*/) {
   constexpr int kFittingsOfComponent = 3;
-  CSetBuilder<KorDMRec::SKorDMPjResultData> builder(data, rows_, seed_);
+  CSetBuilder<KorDMRec::SKorDMPjResultData> builder(data, {rows_, seed_, shape_});
   std::vector<std::vector<std::size_t>> firstItems;  // of each part and size
   for (const demo::SPart& part : demo::Parts()) {
     std::vector<std::size_t>& ofPart = firstItems.emplace_back();
@@ -334,7 +427,7 @@ bool CScaledProject::ReadPjData(KorDMRec::SKorDMPjResultData& data, const std::w
 
 bool CScaledProject::ReadQdDeData(KorDMRec::SKorDMQdDeResultData& data,
                                   const std::wstring& /*path*/, bool /*isQdMode*/) {
-  CSetBuilder<KorDMRec::SKorDMQdDeResultData> builder(data, rows_, seed_);
+  CSetBuilder<KorDMRec::SKorDMQdDeResultData> builder(data, {rows_, seed_, shape_});
   // Of each part the place of its own items, then of the quotas of each size; one for each item.
   std::vector<std::vector<std::size_t>> firstQuotas;
   for (const demo::SPart& part : demo::Parts()) {

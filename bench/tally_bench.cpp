@@ -8,6 +8,7 @@
 #include <exception>
 #include <iostream>
 #include <limits>
+#include <map>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -20,13 +21,26 @@
 #include "bench_project.h"
 #include "formula_project.h"
 #include "heap_use.h"
+#include "peer_cases.h"
 #include "platform/db_operator.h"
 #include "report_mng/report_mng.h"
 #include "report_table.h"
 #include "reports/calculation_books/xhl_jss2s_report.h"
 #include "result_store/tally_data_mng.h"
+#include "table_steps.h"
 
 namespace {
+
+/// What the program's own flags ask for.
+struct SOptions {
+  std::vector<std::int64_t> sizes{10000, 100000, 1000000};
+  EProjectShape shape = EProjectShape::Example;
+  bool checks = true;
+  std::string project;      ///< file that stands for the project of the only size
+  std::string writes;       ///< file to write a project to, instead of measuring
+  std::string peerProject;  ///< file whose comparison with other programs is measured, alone
+  std::string answers;      ///< file to write the engine's side of that comparison to
+};
 
 // A benchmark whose answer is wrong makes the program fail.
 bool anyFailed = false;
@@ -69,12 +83,13 @@ double SecondsOf(TBody&& body) {
   return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
 }
 
-/// Does a thing the first time that it hears of it.
+/// Does a thing the first time that it hears of it, if at all.
 class COnce {
  public:
+  void Never() { never_ = true; }
   template <class TBody>
   void Do(const std::string& name, TBody&& body) {
-    if (!done_.contains(name)) {
+    if (!never_ && !done_.contains(name)) {
       body();
       done_.insert(name);
     }
@@ -82,6 +97,7 @@ class COnce {
 
  private:
   std::set<std::string> done_;
+  bool never_ = false;
 };
 
 COnce checks;
@@ -89,7 +105,7 @@ COnce checks;
 // ---- Opening and reading ------------------------------------------------------------------------
 
 void BenchOpen(benchmark::State& state, CBenchProject& project, std::int64_t rows) {
-  const std::string file = project.File(rows);
+  const std::string file = project.File(rows, EProjectShape::Example);
   CBenchProject::Close();
   CBenchProject::OpenFile(file);
   CBenchProject::RequireNoFailure();
@@ -109,7 +125,7 @@ void BenchOpen(benchmark::State& state, CBenchProject& project, std::int64_t row
 }
 
 void BenchRead(benchmark::State& state, CBenchProject& project, std::int64_t rows, ERecordSet set) {
-  const std::string file = project.File(rows);
+  const std::string file = project.File(rows, EProjectShape::Example);
   CBenchProject::Close();
   CBenchProject::OpenFile(file);
   const std::size_t read = RowCount(set);
@@ -135,14 +151,78 @@ void BenchRead(benchmark::State& state, CBenchProject& project, std::int64_t row
   state.counters["bytes_per_row"] = PerRow(held, read);
 }
 
+/// What a set of a file has, read once.
+struct SSetFacts {
+  std::wstring biggestSpec;
+  std::size_t rows = 0;
+};
+
+const SSetFacts& FactsOf(const std::string& file, ERecordSet set) {
+  static std::map<std::pair<std::string, ERecordSet>, SSetFacts> known;
+  const auto [at, isNew] = known.try_emplace({file, set});
+  if (isNew) {
+    CBenchProject::Close();
+    CBenchProject::OpenFile(file);
+    at->second = {BiggestSpec(set), RowCount(set)};
+    CBenchProject::RequireNoFailure();
+  }
+  return at->second;
+}
+
+/// From the file to the rows of the first deepest request, and what SQLite alone takes for the same
+/// tables.
+void BenchCold(benchmark::State& state, CBenchProject& project, std::int64_t rows,
+               EProjectShape shape, const SBenchReport& report) {
+  const std::string file = project.File(rows, shape);
+  const SSetFacts& facts = FactsOf(file, report.set);
+  double cold = 0;
+  double stepping = 0;
+  std::size_t held = 0;
+  for (auto _ : state) {
+    state.PauseTiming();
+    stepping += SecondsOf([&] { benchmark::DoNotOptimize(StepTables(file, report.set)); });
+    CReportMng::Instance()->Clear();
+    CBenchProject::Close();
+    const std::size_t before = CHeapUse::Current();
+    state.ResumeTiming();
+    Report::CellArray cells;
+    cold += SecondsOf([&] {
+      CBenchProject::OpenFile(file);
+      cells = Request(report, facts.biggestSpec, report.catalog->DeepestLevel());
+    });
+    state.PauseTiming();
+    if (cells.empty()) {
+      throw std::runtime_error("no rows");
+    }
+    Report::CellArray().swap(cells);
+    held = CHeapUse::Current() - before;
+    state.ResumeTiming();
+  }
+  SetRowsPerSecond(state, facts.rows);
+  state.counters["rows"] = static_cast<double>(facts.rows);
+  state.counters["bytes_per_row"] = PerRow(held, facts.rows);
+  state.counters["step_ms"] =
+      stepping * 1000 / static_cast<double>(std::max<std::int64_t>(state.iterations(), 1));
+  state.counters["per_step"] = cold / stepping;
+}
+
 // ---- Folding and requesting ---------------------------------------------------------------------
+
+/// A scaled project and what is asked of it.
+struct SSubject {
+  CBenchProject& project;
+  std::int64_t rows;
+  EProjectShape shape;
+  SBenchReport report;
+};
 
 /// Opens the scaled project, reads the report's set and folds the report alone; checks its answer
 /// the first time. Answers the discipline that is asked for.
-std::wstring Prepare(CBenchProject& project, std::int64_t rows, const SBenchReport& report) {
-  project.OpenScaled(rows);
+std::wstring Prepare(const SSubject& subject) {
+  const SBenchReport& report = subject.report;
+  subject.project.OpenScaled(subject.rows, subject.shape);
   std::wstring spec = BiggestSpec(report.set);
-  checks.Do(report.name + " " + std::to_string(rows), [&] {
+  checks.Do(report.name + " " + std::to_string(subject.rows), [&] {
     CReportMng::Instance()->Clear();
     CheckAnswer(report, spec);
   });
@@ -158,9 +238,9 @@ std::size_t RowsOfSpec(ERecordSet set, const std::wstring& spec) {
   return rows;
 }
 
-void BenchFold(benchmark::State& state, CBenchProject& project, std::int64_t rows,
-               const SBenchReport& report) {
-  Prepare(project, rows, report);
+void BenchFold(benchmark::State& state, const SSubject& subject) {
+  const SBenchReport& report = subject.report;
+  Prepare(subject);
   std::size_t held = 0;
   for (auto _ : state) {
     state.PauseTiming();
@@ -177,9 +257,25 @@ void BenchFold(benchmark::State& state, CBenchProject& project, std::int64_t row
   state.counters["bytes_per_row"] = PerRow(held, folded);
 }
 
-void BenchRequest(benchmark::State& state, CBenchProject& project, std::int64_t rows,
-                  const SBenchReport& report, int level) {
-  const std::wstring spec = Prepare(project, rows, report);
+/// The rows of the discipline with the most of them that a request selects.
+enum class ESelection { All, OneFloor, OneSysCode };
+
+SFilterChoice Choose(ESelection selection, ERecordSet set, const std::wstring& spec) {
+  switch (selection) {
+    case ESelection::OneFloor:
+      return OneFloor(set, spec);
+    case ESelection::OneSysCode:
+      return OneSysCode(set, spec);
+    default:
+      return {{}, RowsOfSpec(set, spec)};
+  }
+}
+
+void BenchRequest(benchmark::State& state, const SSubject& subject, int level,
+                  ESelection selection = ESelection::All) {
+  const SBenchReport& report = subject.report;
+  const std::wstring spec = Prepare(subject);
+  const SFilterChoice choice = Choose(selection, report.set, spec);
   double requesting = 0;
   double copying = 0;
   std::size_t peak = 0;
@@ -189,7 +285,7 @@ void BenchRequest(benchmark::State& state, CBenchProject& project, std::int64_t 
     Report::CellArray cells;
     const std::size_t before = CHeapUse::Current();
     CHeapUse::RestartPeak();
-    requesting += SecondsOf([&] { cells = Request(report, spec, level); });
+    requesting += SecondsOf([&] { cells = Request(report, spec, level, choice.condition); });
     state.PauseTiming();
     peak = CHeapUse::Peak() - before;
     const std::size_t beforeCopy = CHeapUse::Current();
@@ -201,15 +297,17 @@ void BenchRequest(benchmark::State& state, CBenchProject& project, std::int64_t 
     Report::CellArray().swap(cells);
     state.ResumeTiming();
   }
-  SetRowsPerSecond(state, RowsOfSpec(report.set, spec));
+  SetRowsPerSecond(state, choice.rows);
+  state.counters["selected"] =
+      static_cast<double>(choice.rows) / static_cast<double>(RowsOfSpec(report.set, spec));
   state.counters["cells"] = static_cast<double>(cellCount);
   state.counters["per_copy"] = requesting / copying;
   state.counters["peak_per_size"] = static_cast<double>(peak) / static_cast<double>(size);
 }
 
-void BenchCopy(benchmark::State& state, CBenchProject& project, std::int64_t rows,
-               const SBenchReport& report) {
-  const std::wstring spec = Prepare(project, rows, report);
+void BenchCopy(benchmark::State& state, const SSubject& subject) {
+  const SBenchReport& report = subject.report;
+  const std::wstring spec = Prepare(subject);
   const Report::CellArray cells = Request(report, spec, report.catalog->DeepestLevel());
   const std::size_t before = CHeapUse::Current();
   std::size_t size = 0;
@@ -223,6 +321,32 @@ void BenchCopy(benchmark::State& state, CBenchProject& project, std::int64_t row
   }
   state.counters["cells"] = static_cast<double>(cells.size());
   state.counters["bytes"] = static_cast<double>(size);
+}
+
+// ---- Beside other programs ----------------------------------------------------------------------
+
+/// A request of the consumption summary of the open project, which is folded.
+void BenchPeerCase(benchmark::State& state, const SPeerCase& peerCase) {
+  const std::size_t cellCount = AnswerOf(peerCase).size();
+  for (auto _ : state) {
+    Report::CellArray cells = AnswerOf(peerCase);
+    state.PauseTiming();
+    if (cells.size() != cellCount) {
+      throw std::runtime_error("another answer to the same request");
+    }
+    Report::CellArray().swap(cells);
+    state.ResumeTiming();
+  }
+  state.counters["cells"] = static_cast<double>(cellCount);
+}
+
+void OpenPeerProject(const std::string& file) {
+  CBenchProject::Close();
+  CBenchProject::OpenFile(file);
+  for (const SPeerCase& peerCase : PeerCases()) {
+    AnswerOf(peerCase);
+  }
+  CBenchProject::RequireNoFailure();
 }
 
 // ---- The formula scan ---------------------------------------------------------------------------
@@ -278,34 +402,63 @@ void BenchFormulas(benchmark::State& state, CBenchProject& project, int level, i
 
 // ---- The program --------------------------------------------------------------------------------
 
-void RegisterAll(CBenchProject& project, const std::vector<std::int64_t>& sizes) {
-  const std::vector<SBenchReport> reports = ReportTable();
+void RegisterRequests(const SSubject& subject) {
+  const std::string size = "/" + std::to_string(subject.rows);
+  const std::string& name = subject.report.name;
+  const int deepest = subject.report.catalog->DeepestLevel();
+  const auto request = [&](const char* phase, int level, ESelection selection) {
+    Register(name + phase + size,
+             [=](auto& state) { BenchRequest(state, subject, level, selection); });
+  };
+  Register(name + "/fold" + size, [=](auto& state) { BenchFold(state, subject); });
+  request("/request-deepest", deepest, ESelection::All);
+  request("/request-0", 0, ESelection::All);
+  if (subject.shape == EProjectShape::Example) {
+    request("/request-floor", deepest, ESelection::OneFloor);
+    request("/request-code", deepest, ESelection::OneSysCode);
+  }
+  Register(name + "/copy" + size, [=](auto& state) { BenchCopy(state, subject); });
+}
+
+void RegisterReading(CBenchProject& project, std::int64_t rows,
+                     const std::vector<SBenchReport>& reports) {
+  const std::string size = "/" + std::to_string(rows);
+  Register("project/open" + size, [=, &project](auto& state) { BenchOpen(state, project, rows); });
   std::vector<ERecordSet> sets;
   for (const SBenchReport& report : reports) {
     if (std::find(sets.begin(), sets.end(), report.set) == sets.end()) {
       sets.push_back(report.set);
+      Register(std::string(SetName(report.set)) + "/read" + size,
+               [=, &project](auto& state) { BenchRead(state, project, rows, report.set); });
     }
   }
-  for (const std::int64_t rows : sizes) {
-    const std::string size = "/" + std::to_string(rows);
-    for (const SBenchReport& report : reports) {
-      const int deepest = report.catalog->DeepestLevel();
-      Register(report.name + "/fold" + size,
-               [=, &project](auto& state) { BenchFold(state, project, rows, report); });
-      Register(report.name + "/request-deepest" + size,
-               [=, &project](auto& state) { BenchRequest(state, project, rows, report, deepest); });
-      Register(report.name + "/request-0" + size,
-               [=, &project](auto& state) { BenchRequest(state, project, rows, report, 0); });
-      Register(report.name + "/copy" + size,
-               [=, &project](auto& state) { BenchCopy(state, project, rows, report); });
-    }
-    Register("project/open" + size,
-             [=, &project](auto& state) { BenchOpen(state, project, rows); });
-    for (const ERecordSet set : sets) {
-      Register(std::string(SetName(set)) + "/read" + size,
-               [=, &project](auto& state) { BenchRead(state, project, rows, set); });
+}
+
+// The single kind is no duct.
+bool HasRows(const SBenchReport& report, EProjectShape shape) {
+  return shape != EProjectShape::OneKind || report.catalog->type != Report::ReportDuctH;
+}
+
+void RegisterSize(CBenchProject& project, std::int64_t rows, EProjectShape shape) {
+  const std::vector<SBenchReport> reports = ReportTable();
+  for (const SBenchReport& report : reports) {
+    if (HasRows(report, shape)) {
+      RegisterRequests({project, rows, shape, report});
     }
   }
+  for (const SBenchReport& report : reports) {
+    // The file of another shape has the consumption set alone.
+    if (shape == EProjectShape::Example || report.set == ERecordSet::Summary) {
+      Register(report.name + "/cold/" + std::to_string(rows),
+               [=, &project](auto& state) { BenchCold(state, project, rows, shape, report); });
+    }
+  }
+  if (shape == EProjectShape::Example) {
+    RegisterReading(project, rows, reports);
+  }
+}
+
+void RegisterFormulas(CBenchProject& project) {
   // Either way as many children as circuits.
   constexpr int kRuns = 4;
   for (const auto& [level, ofAttribute] : {std::pair(4, 1), std::pair(5, 10)}) {
@@ -317,7 +470,21 @@ void RegisterAll(CBenchProject& project, const std::vector<std::int64_t>& sizes)
   }
 }
 
-constexpr std::string_view kRowsFlag = "--rows=";
+void RegisterAll(CBenchProject& project, const SOptions& options) {
+  if (!options.peerProject.empty()) {
+    OpenPeerProject(options.peerProject);
+    for (const SPeerCase& peerCase : PeerCases()) {
+      Register("peers/" + peerCase.name, [=](auto& state) { BenchPeerCase(state, peerCase); });
+    }
+    return;
+  }
+  for (const std::int64_t rows : options.sizes) {
+    RegisterSize(project, rows, options.shape);
+  }
+  if (options.shape == EProjectShape::Example) {
+    RegisterFormulas(project);
+  }
+}
 
 /// The positive numbers of a list "10000,100000"; throws for anything else.
 std::vector<std::int64_t> ReadSizes(std::string_view list) {
@@ -340,16 +507,45 @@ std::vector<std::int64_t> ReadSizes(std::string_view list) {
   }
 }
 
+/// Takes the argument if it is one of the program's own.
+bool TakeFlag(std::string_view argument, SOptions& options) {
+  const auto value = [&argument](std::string_view flag) {
+    return argument.starts_with(flag) ? std::string(argument.substr(flag.size())) : std::string();
+  };
+  if (argument == "--no-checks") {
+    options.checks = false;
+  } else if (const std::string rows = value("--rows="); !rows.empty()) {
+    options.sizes = ReadSizes(rows);
+  } else if (const std::string shape = value("--shape="); !shape.empty()) {
+    options.shape = ShapeOfName(shape);
+  } else if (const std::string project = value("--project="); !project.empty()) {
+    options.project = project;
+  } else if (const std::string file = value("--write="); !file.empty()) {
+    options.writes = file;
+  } else if (const std::string peers = value("--peers="); !peers.empty()) {
+    options.peerProject = peers;
+  } else if (const std::string answers = value("--answers="); !answers.empty()) {
+    options.answers = answers;
+  } else {
+    return false;
+  }
+  return true;
+}
+
 int Run(int argc, char** argv) {
-  std::vector<std::int64_t> sizes{10000, 100000, 1000000};
+  SOptions options;
   std::vector<char*> arguments;
   for (int i = 0; i < argc; ++i) {
-    const std::string_view argument = argv[i];
-    if (argument.starts_with(kRowsFlag)) {
-      sizes = ReadSizes(argument.substr(kRowsFlag.size()));
-    } else {
+    if (!TakeFlag(argv[i], options)) {
       arguments.push_back(argv[i]);
     }
+  }
+  if (!options.writes.empty()) {
+    CBenchProject::WriteFile(options.writes, options.sizes.front(), options.shape);
+    return 0;
+  }
+  if (!options.checks) {
+    checks.Never();
   }
   int count = static_cast<int>(arguments.size());
   benchmark::Initialize(&count, arguments.data());
@@ -359,7 +555,12 @@ int Run(int argc, char** argv) {
   benchmark::AddCustomContext("compiler", TALLY_BENCH_COMPILER);
   benchmark::AddCustomContext("flags", TALLY_BENCH_FLAGS);
   CBenchProject project;
-  RegisterAll(project, sizes);
+  project.Take(options.project);
+  RegisterAll(project, options);
+  if (!options.answers.empty()) {
+    WriteAnswers(options.answers);
+    return 0;
+  }
   benchmark::RunSpecifiedBenchmarks();
   return anyFailed ? 1 : 0;
 }

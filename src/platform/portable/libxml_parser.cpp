@@ -150,12 +150,11 @@ class CParse {
   // The library's own way of making a context with an input loses memory where it lacks some.
   bool PushInput() {
     constexpr xmlCharEncoding kEncoding = XML_CHAR_ENCODING_UTF8;
-    xmlParserInputBufferPtr const buffer =
-        xmlParserInputBufferCreateIO(Read, nullptr, this, kEncoding);
+    xmlParserInputBufferPtr buffer = xmlParserInputBufferCreateIO(Read, nullptr, this, kEncoding);
     if (buffer == nullptr) {
       return false;
     }
-    xmlParserInputPtr const input = xmlNewIOInputStream(context_, buffer, kEncoding);
+    xmlParserInputPtr input = xmlNewIOInputStream(context_, buffer, kEncoding);
     if (input == nullptr) {
       xmlFreeParserInputBuffer(buffer);
       return false;
