@@ -11,24 +11,6 @@ void WriteUtf8(COutput& output, std::string_view text) {
   output.WriteJsonText(WideFromUtf8(text));
 }
 
-const char* TypeName(ECellType type) {
-  switch (type) {
-    case ECellType::Quantity:
-      return "quantity";
-    case ECellType::Code:
-      return "code";
-    case ECellType::Formula:
-      return "formula";
-    case ECellType::Unit:
-      return "unit";
-    case ECellType::References:
-      return "references";
-    case ECellType::Text:
-      break;
-  }
-  return "text";
-}
-
 void WritePairs(COutput& output, const std::vector<std::pair<std::string, std::string>>& pairs) {
   output.Write("[");
   const char* separator = "";
@@ -50,7 +32,7 @@ void WriteColumn(COutput& output, const SColumn& column) {
   output.Write(R"(,"heading":)");
   output.WriteJsonText(column.cell->heading);
   output.Write(R"(,"type":)");
-  WriteUtf8(output, TypeName(column.cell->type));
+  WriteUtf8(output, CellTypeName(column.cell->type));
   output.Write(column.isShown ? R"(,"shown":true})" : R"(,"shown":false})");
 }
 

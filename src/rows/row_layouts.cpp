@@ -212,6 +212,24 @@ std::size_t Require(const SRowLayout& layout, std::string_view id) {
 
 }  // namespace
 
+const char* CellTypeName(ECellType type) {
+  switch (type) {
+    case ECellType::Quantity:
+      return "quantity";
+    case ECellType::Code:
+      return "code";
+    case ECellType::Formula:
+      return "formula";
+    case ECellType::Unit:
+      return "unit";
+    case ECellType::References:
+      return "references";
+    case ECellType::Text:
+      break;
+  }
+  return "text";
+}
+
 std::optional<std::size_t> SRowLayout::Find(std::string_view id) const {
   for (std::size_t at = 0; at < cells.size(); ++at) {
     if (cells[at].id == id) {

@@ -22,6 +22,9 @@ enum class ECellType {
   References,  ///< chain of component references, each ended by "$"
 };
 
+/// "text", "quantity", "code", "formula", "unit" or "references".
+TALLY_API const char* CellTypeName(ECellType type);
+
 struct SCellLayout {
   const wchar_t* heading;
   const char* id;  ///< ASCII; a column has the same in every row and report

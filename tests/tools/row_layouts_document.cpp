@@ -14,24 +14,6 @@
 
 namespace {
 
-const char* TypeName(ECellType type) {
-  switch (type) {
-    case ECellType::Text:
-      return "text";
-    case ECellType::Quantity:
-      return "quantity";
-    case ECellType::Code:
-      return "code";
-    case ECellType::Formula:
-      return "formula";
-    case ECellType::Unit:
-      return "unit";
-    case ECellType::References:
-      return "references";
-  }
-  return "";
-}
-
 constexpr const char* kIntroduction = R"(# Row layouts
 
 A report answers one array of cells. A row begins with its marker, and as many cells follow as stand
@@ -65,7 +47,7 @@ void WriteColumns(std::ostream& out) {
   out << "| Id | Heading | Type |\n|---|---|---|\n";
   for (const SCellLayout* column : columns) {
     out << "| `" << column->id << "` | " << Utf8FromWide(column->heading) << " | "
-        << TypeName(column->type) << " |\n";
+        << CellTypeName(column->type) << " |\n";
   }
 }
 
