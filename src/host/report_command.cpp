@@ -24,6 +24,7 @@
 #include "host/run_stats.h"
 #include "platform/portable/utf8_text.h"
 #include "report_mng/report_mng.h"
+#include "reports/shared/node_report.h"
 #include "rows/row_layouts.h"
 
 namespace {
@@ -79,6 +80,7 @@ class CReportRun {
   const CReportChoices choices_;
   const SFormat& format_;
   std::unique_ptr<COpenProject> project_;
+  const IReport* folded_ = nullptr;                  ///< the last one whose nodes were counted
   std::vector<std::vector<std::wstring>> allSpecs_;  ///< by line of the catalogue
 };
 
@@ -101,7 +103,11 @@ std::unique_ptr<IExporter> CReportRun::MakeExporter(COutput& output) const {
 IReport& CReportRun::Folded(const SCatalogReport& report) {
   const CRunStats::CTimer timer(stats_, ERunPhase::Fold);
   try {
-    return *CReportMng::Instance()->GetReportData(report.type, report.variant);
+    IReport& folded = *CReportMng::Instance()->GetReportData(report.type, report.variant);
+    if (std::exchange(folded_, &folded) != &folded && arguments_.stats) {
+      stats_.AddNodes(dynamic_cast<const CNodeReport&>(folded).NodeCount());
+    }
+    return folded;
   } catch (const std::out_of_range&) {
     throw CHostError(Joined("cannot make ", report.name, " of '", arguments_.file,
                             "': a row names a record that its table lacks"));
@@ -184,6 +190,7 @@ void CReportRun::ForEachTable(TWrite write) {
       write(report, spec, name);
     }
     // One folded report at a time is memory enough.
+    folded_ = nullptr;
     CReportMng::Instance()->Clear();
   }
 }

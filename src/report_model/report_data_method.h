@@ -11,6 +11,7 @@
 #include "report_model/report_data_node.h"
 #include "report_model/report_types.h"
 #include "report_model/row_results.h"
+#include "report_model/sys_code_path.h"
 #include "result_store/db_records.h"
 
 /// Levels of a system code path that the engine knows.
@@ -41,10 +42,14 @@ class CReportDataMethod {
   /// the first "\*".
   static CReportSysCode* GetSysCodeNode(Report::NodeMap& children, const std::wstring& spec,
                                         const std::wstring& name, const std::wstring& fullName);
+  static CReportSysCode* GetSysCodeNode(Report::NodeMap& children, const SSysCodeStep& step);
   /// A chain of nodes, one for each level of the record's path as GetSysCodeName completes it;
   /// answers the deepest. Null for an empty path.
   static CReportSysCode* GetSysCode(Report::NodeMap& children, const std::wstring& spec,
                                     const KorDMRec::SKorDMSysCodeRec& record);
+  /// The same for a path that was taken apart earlier.
+  static CReportSysCode* GetSysCode(Report::NodeMap& children,
+                                    const std::vector<SSysCodeStep>& path);
   /// Filed under `name` + `value`.
   static CReportAttribute* GetAttribute(Report::NodeMap& children, const std::wstring& name,
                                         const std::wstring& value);
@@ -78,6 +83,23 @@ class CReportDataMethod {
                                     const KorDMRec::SKorDMFloorRec& floor,
                                     const KorDMRec::SKorDMPjCalItemRec& item,
                                     const KorDMRec::SKorDMComponentRec& component);
+  /// The same three without a component: the caller adds them.
+  static CReportResult* GetResult(Report::NodeMap& children, const std::wstring& sgdName,
+                                  const KorDMRec::SKorDMFloorRec& floor,
+                                  const KorDMRec::SKorDMCalItemRec& item);
+  static CReportResultDetail* GetResult(Report::NodeMap& children, const std::wstring& sgdName,
+                                        const KorDMRec::SKorDMFloorRec& floor,
+                                        const KorDMRec::SKorDMCalItemDetailQRec& item);
+  static CReportResult* GetResult(Report::NodeMap& children, const std::wstring& sgdName,
+                                  const KorDMRec::SKorDMFloorRec& floor,
+                                  const KorDMRec::SKorDMPjCalItemRec& item);
+  /// The key that they file under; views the arguments' texts.
+  static CNodeKey GetResultKey(const std::wstring& sgdName, const KorDMRec::SKorDMFloorRec& floor,
+                               const KorDMRec::SKorDMCalItemRec& item);
+  static CNodeKey GetResultKey(const std::wstring& sgdName, const KorDMRec::SKorDMFloorRec& floor,
+                               const KorDMRec::SKorDMCalItemDetailQRec& item);
+  static CNodeKey GetResultKey(const std::wstring& sgdName, const KorDMRec::SKorDMFloorRec& floor,
+                               const KorDMRec::SKorDMPjCalItemRec& item);
   static CReportBrushPaint* GetBrushPaint(Report::NodeMap& children, int number1, int number2,
                                           const std::wstring& text1, const std::wstring& text2);
   static CReportDuctHType* GetDuctHType(Report::NodeMap& children, const std::wstring& text1,

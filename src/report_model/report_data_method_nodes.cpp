@@ -3,9 +3,8 @@
 #include <memory>
 #include <utility>
 
-#include "platform/text_numbers.h"
-#include "platform/text_tool.h"
 #include "report_model/report_data_method.h"
+#include "report_model/sys_code_path.h"
 #include "result_store/report_type_data.h"
 #include "result_store/tally_data_mng.h"
 
@@ -14,31 +13,16 @@ namespace {
 // The one way in which nodes come into being: the child under `key` if it is of the wanted class,
 // null if it is of another, and a new one, filled by `fill`, if there is none.
 template <class TNode, class TFill>
-TNode* FindOrMake(Report::NodeMap& children, std::wstring key, TFill&& fill) {
+TNode* FindOrMake(Report::NodeMap& children, const CNodeKey& key, TFill&& fill) {
   const auto at = children.lower_bound(key);
-  if (at != children.end() && at->first == key) {
-    return NodeAs<TNode>(at->second.get());
+  if (at != children.end() && at.Node()->GetFiledKey().Compare(key) == 0) {
+    return NodeAs<TNode>(at.Node().get());
   }
   auto node = std::make_unique<TNode>();
   fill(*node);
   TNode* made = node.get();
-  children.emplace_hint(at, std::move(key), std::move(node));
+  children.insert(at, std::move(node));
   return made;
-}
-
-std::wstring ResultKey(std::wstring_view sgdName, std::wstring_view floorText,
-                       std::wstring_view expression, double quantity) {
-  // Room for the longest number that AppendNumber writes.
-  constexpr std::size_t kNumber = 16;
-  std::wstring key;
-  key.reserve(sgdName.size() + floorText.size() + expression.size() + kNumber);
-  key += sgdName;
-  key += floorText;
-  key += L'@';
-  key += expression;
-  key += L'@';
-  AppendNumber(key, quantity);
-  return key;
 }
 
 void FillIdentity(SResultIdentity& result, std::wstring_view sgdName,
@@ -58,7 +42,7 @@ TResult* WithComponent(TResult* result, const KorDMRec::SKorDMComponentRec& comp
 
 template <class TRecord>
 CReportCalItem* FindOrMakeCalItem(Report::NodeMap& children, const TRecord& record) {
-  return FindOrMake<CReportCalItem>(children, record.name + L"@" + record.unit,
+  return FindOrMake<CReportCalItem>(children, {record.name, L"@", record.unit},
                                     [&](CReportCalItem& node) {
                                       node.name = record.name;
                                       node.unit = record.unit;
@@ -73,16 +57,18 @@ CReportCalItem* FindOrMakeCalItem(Report::NodeMap& children, const TRecord& reco
 template <class TNode>
 TNode* FindOrMakeTriple(Report::NodeMap& children, const std::wstring& text1,
                         const std::wstring& text2, const std::wstring& text3) {
-  return FindOrMake<TNode>(children, text1 + text2 + text3, [&](TNode& node) {
+  return FindOrMake<TNode>(children, {text1, text2, text3}, [&](TNode& node) {
     node.text1 = text1;
     node.text2 = text2;
     node.text3 = text3;
   });
 }
 
-CReportAttribute* FindOrMakeAttribute(Report::NodeMap& children, std::wstring key,
-                                      const std::wstring& name, const std::wstring& value) {
-  return FindOrMake<CReportAttribute>(children, std::move(key), [&](CReportAttribute& node) {
+CReportAttribute* FindOrMakeAttribute(Report::NodeMap& children, const std::wstring& name,
+                                      const std::wstring& value, bool byBoth) {
+  const CNodeKey key = byBoth ? CNodeKey{name, value} : CNodeKey{name};
+  return FindOrMake<CReportAttribute>(children, key, [&](CReportAttribute& node) {
+    node.filedByBoth = byBoth;
     node.name = name;
     node.value = value;
   });
@@ -92,13 +78,13 @@ CReportAttribute* FindOrMakeAttribute(Report::NodeMap& children, std::wstring ke
 
 CReportSpec* CReportDataMethod::GetSpec(Report::NodeMap& children,
                                         const KorDMRec::SKorDMSpecRec& record) {
-  return FindOrMake<CReportSpec>(children, record.name,
+  return FindOrMake<CReportSpec>(children, {record.name},
                                  [&](CReportSpec& node) { node.name = record.name; });
 }
 
 CReportFloor* CReportDataMethod::GetFloor(Report::NodeMap& children,
                                           const KorDMRec::SKorDMFloorRec& record) {
-  return FindOrMake<CReportFloor>(children, record.name, [&](CReportFloor& node) {
+  return FindOrMake<CReportFloor>(children, {record.name}, [&](CReportFloor& node) {
     node.name = record.name;
     node.floorText = record.floorText;
   });
@@ -106,7 +92,7 @@ CReportFloor* CReportDataMethod::GetFloor(Report::NodeMap& children,
 
 CReportType* CReportDataMethod::GetType(Report::NodeMap& children, const std::wstring& category,
                                         const std::wstring& name) {
-  return FindOrMake<CReportType>(children, name, [&](CReportType& node) {
+  return FindOrMake<CReportType>(children, {name}, [&](CReportType& node) {
     node.category = category;
     node.name = name;
   });
@@ -123,7 +109,7 @@ CReportType* CReportDataMethod::GetType(Report::NodeMap& children,
 CReportCategory* CReportDataMethod::GetCategory(Report::NodeMap& children, const std::wstring& spec,
                                                 const std::wstring& category,
                                                 const std::wstring& kind) {
-  return FindOrMake<CReportCategory>(children, category + L"\\" + kind, [&](CReportCategory& node) {
+  return FindOrMake<CReportCategory>(children, {category, L"\\", kind}, [&](CReportCategory& node) {
     node.category = category;
     node.kind = kind;
     node.sortId = CTallyDataMng::Instance()->GetCategorySortId(spec, node.GetKey());
@@ -136,51 +122,50 @@ CReportCategory* CReportDataMethod::GetCategory(Report::NodeMap& children, const
 }
 
 CReportSysCode* CReportDataMethod::GetSysCodeNode(Report::NodeMap& children,
+                                                  const SSysCodeStep& step) {
+  return FindOrMake<CReportSysCode>(children, {step.name}, [&](CReportSysCode& node) {
+    node.name = step.name;
+    node.fullName = step.fullName;
+    node.sortId = step.sortId;
+    node.remark = step.remark;
+  });
+}
+
+CReportSysCode* CReportDataMethod::GetSysCodeNode(Report::NodeMap& children,
                                                   const std::wstring& spec,
                                                   const std::wstring& name,
                                                   const std::wstring& fullName) {
-  return FindOrMake<CReportSysCode>(children, name, [&](CReportSysCode& node) {
-    node.name = name;
-    node.fullName = fullName;
-    const CTallyDataMng::SSysCodeEntry* entry = CTallyDataMng::Instance()->FindSysCode(
-        spec, std::wstring_view(fullName).substr(0, fullName.find(L"\\*")));
-    node.sortId = entry == nullptr ? CTallyDataMng::kUnknownSortId : entry->sortId;
-    if (entry != nullptr) {
-      node.remark = entry->remark;
+  return GetSysCodeNode(children, SSysCodeStep(spec, name, fullName));
+}
+
+CReportSysCode* CReportDataMethod::GetSysCode(Report::NodeMap& children,
+                                              const std::vector<SSysCodeStep>& path) {
+  Report::NodeMap* level = &children;
+  CReportSysCode* node = nullptr;
+  for (const SSysCodeStep& step : path) {
+    node = GetSysCodeNode(*level, step);
+    if (node == nullptr) {
+      return nullptr;
     }
-  });
+    level = &node->children;
+  }
+  return node;
 }
 
 CReportSysCode* CReportDataMethod::GetSysCode(Report::NodeMap& children, const std::wstring& spec,
                                               const KorDMRec::SKorDMSysCodeRec& record) {
-  Report::CellArray parts;
-  KorString::Split(GetSysCodeName(record.name), parts, L'\\');
-  Report::NodeMap* level = &children;
-  std::wstring fullName;
-  CReportSysCode* node = nullptr;
-  for (const std::wstring& part : parts) {
-    if (node != nullptr) {
-      fullName += L'\\';
-      level = &node->children;
-    }
-    fullName += part;
-    node = GetSysCodeNode(*level, spec, part, fullName);
-    if (node == nullptr) {
-      return nullptr;
-    }
-  }
-  return node;
+  return GetSysCode(children, ReadSysCodePath(spec, record.name));
 }
 
 CReportAttribute* CReportDataMethod::GetAttribute(Report::NodeMap& children,
                                                   const std::wstring& name,
                                                   const std::wstring& value) {
-  return FindOrMakeAttribute(children, name + value, name, value);
+  return FindOrMakeAttribute(children, name, value, true);
 }
 
 CReportAttribute* CReportDataMethod::GetAttribute(Report::NodeMap& children,
                                                   const KorDMRec::SKorDMAttrRec& record) {
-  return FindOrMakeAttribute(children, record.name, record.name, record.value);
+  return FindOrMakeAttribute(children, record.name, record.value, false);
 }
 
 CReportAttribute* CReportDataMethod::GetPjAttribute(Report::NodeMap& children,
@@ -188,7 +173,7 @@ CReportAttribute* CReportDataMethod::GetPjAttribute(Report::NodeMap& children,
                                                     const std::wstring& category,
                                                     const KorDMRec::SKorDMAttrRec& record) {
   const std::wstring name = GetPipeLineName(record.name, record.value, spec, category);
-  return FindOrMakeAttribute(children, name, name, {});
+  return FindOrMakeAttribute(children, name, {}, false);
 }
 
 CReportCalItem* CReportDataMethod::GetCalItem(Report::NodeMap& children,
@@ -203,7 +188,7 @@ CReportCalItem* CReportDataMethod::GetCalItem(Report::NodeMap& children,
 
 CReportPjCalItem* CReportDataMethod::GetPjCalItem(Report::NodeMap& children,
                                                   const KorDMRec::SKorDMPjCalItemRec& record) {
-  return FindOrMake<CReportPjCalItem>(children, record.text1 + L"@" + record.name,
+  return FindOrMake<CReportPjCalItem>(children, {record.text1, L"@", record.name},
                                       [&](CReportPjCalItem& node) {
                                         node.text1 = record.text1;
                                         node.name = record.name;
@@ -213,53 +198,85 @@ CReportPjCalItem* CReportDataMethod::GetPjCalItem(Report::NodeMap& children,
 
 CReportResult* CReportDataMethod::GetResult(Report::NodeMap& children, const std::wstring& sgdName,
                                             const KorDMRec::SKorDMFloorRec& floor,
+                                            const KorDMRec::SKorDMCalItemRec& item) {
+  return FindOrMake<CReportResult>(children, GetResultKey(sgdName, floor, item),
+                                   [&](CReportResult& node) {
+                                     FillIdentity(node, sgdName, floor);
+                                     node.expression = item.expression;
+                                     node.quantity = item.quantity;
+                                   });
+}
+
+CReportResult* CReportDataMethod::GetResult(Report::NodeMap& children, const std::wstring& sgdName,
+                                            const KorDMRec::SKorDMFloorRec& floor,
                                             const KorDMRec::SKorDMCalItemRec& item,
                                             const KorDMRec::SKorDMComponentRec& component) {
-  return WithComponent(
-      FindOrMake<CReportResult>(children,
-                                ResultKey(sgdName, floor.floorText, item.expression, item.quantity),
-                                [&](CReportResult& node) {
-                                  FillIdentity(node, sgdName, floor);
-                                  node.expression = item.expression;
-                                  node.quantity = item.quantity;
-                                }),
-      component);
+  return WithComponent(GetResult(children, sgdName, floor, item), component);
+}
+
+CReportResultDetail* CReportDataMethod::GetResult(Report::NodeMap& children,
+                                                  const std::wstring& sgdName,
+                                                  const KorDMRec::SKorDMFloorRec& floor,
+                                                  const KorDMRec::SKorDMCalItemDetailQRec& item) {
+  return FindOrMake<CReportResultDetail>(children, GetResultKey(sgdName, floor, item),
+                                         [&](CReportResultDetail& node) {
+                                           FillIdentity(node, sgdName, floor);
+                                           node.expression = item.expression;
+                                           node.quantity1 = item.quantity1;
+                                           node.quantity2 = item.quantity2;
+                                           node.quantity3 = item.quantity3;
+                                           node.quantity4 = item.quantity4;
+                                         });
 }
 
 CReportResultDetail* CReportDataMethod::GetResultDetail(
     Report::NodeMap& children, const std::wstring& sgdName, const KorDMRec::SKorDMFloorRec& floor,
     const KorDMRec::SKorDMCalItemDetailQRec& item, const KorDMRec::SKorDMComponentRec& component) {
-  return WithComponent(
-      FindOrMake<CReportResultDetail>(
-          children, ResultKey(sgdName, floor.floorText, item.expression, item.quantity1),
-          [&](CReportResultDetail& node) {
-            FillIdentity(node, sgdName, floor);
-            node.expression = item.expression;
-            node.quantity1 = item.quantity1;
-            node.quantity2 = item.quantity2;
-            node.quantity3 = item.quantity3;
-            node.quantity4 = item.quantity4;
-          }),
-      component);
+  return WithComponent(GetResult(children, sgdName, floor, item), component);
+}
+
+CReportResult* CReportDataMethod::GetResult(Report::NodeMap& children, const std::wstring& sgdName,
+                                            const KorDMRec::SKorDMFloorRec& floor,
+                                            const KorDMRec::SKorDMPjCalItemRec& item) {
+  return FindOrMake<CReportResult>(children, GetResultKey(sgdName, floor, item),
+                                   [&](CReportResult& node) {
+                                     FillIdentity(node, sgdName, floor);
+                                     node.quantity = 1;
+                                     node.isFitting = true;
+                                   });
 }
 
 CReportResult* CReportDataMethod::GetPjResult(Report::NodeMap& children,
                                               const std::wstring& sgdName,
                                               const KorDMRec::SKorDMFloorRec& floor,
-                                              const KorDMRec::SKorDMPjCalItemRec& /*item*/,
+                                              const KorDMRec::SKorDMPjCalItemRec& item,
                                               const KorDMRec::SKorDMComponentRec& component) {
-  return WithComponent(FindOrMake<CReportResult>(children, sgdName + floor.floorText,
-                                                 [&](CReportResult& node) {
-                                                   FillIdentity(node, sgdName, floor);
-                                                   node.quantity = 1;
-                                                 }),
-                       component);
+  return WithComponent(GetResult(children, sgdName, floor, item), component);
+}
+
+CNodeKey CReportDataMethod::GetResultKey(const std::wstring& sgdName,
+                                         const KorDMRec::SKorDMFloorRec& floor,
+                                         const KorDMRec::SKorDMCalItemRec& item) {
+  return SResultIdentity::FiledKey(sgdName, floor.floorText, item.expression, item.quantity);
+}
+
+CNodeKey CReportDataMethod::GetResultKey(const std::wstring& sgdName,
+                                         const KorDMRec::SKorDMFloorRec& floor,
+                                         const KorDMRec::SKorDMCalItemDetailQRec& item) {
+  return SResultIdentity::FiledKey(sgdName, floor.floorText, item.expression, item.quantity1);
+}
+
+CNodeKey CReportDataMethod::GetResultKey(const std::wstring& sgdName,
+                                         const KorDMRec::SKorDMFloorRec& floor,
+                                         const KorDMRec::SKorDMPjCalItemRec& /*item*/) {
+  return {sgdName, floor.floorText};
 }
 
 CReportBrushPaint* CReportDataMethod::GetBrushPaint(Report::NodeMap& children, int number1,
                                                     int number2, const std::wstring& text1,
                                                     const std::wstring& text2) {
-  return FindOrMake<CReportBrushPaint>(children, IntText(number1) + text2 + IntText(number2),
+  return FindOrMake<CReportBrushPaint>(children,
+                                       CNodeKey().AddInt(number1).AddText(text2).AddInt(number2),
                                        [&](CReportBrushPaint& node) {
                                          node.number1 = number1;
                                          node.number2 = number2;
@@ -288,7 +305,7 @@ CReportChapter* CReportDataMethod::GetChapter(Report::NodeMap& children,
   int number = std::numeric_limits<int>::max();
   const std::wstring name =
       isQd ? store->GetQdChapter(record.code, number) : store->GetDeChapter(record.code, number);
-  return FindOrMake<CReportChapter>(children, IntText(number) + L"@" + name,
+  return FindOrMake<CReportChapter>(children, CNodeKey().AddInt(number).AddText(L"@").AddText(name),
                                     [&](CReportChapter& node) {
                                       node.name = name;
                                       node.number = number;
@@ -300,7 +317,7 @@ CReportQdDeItem* CReportDataMethod::GetQdDeItem(Report::NodeMap& children,
   const std::wstring feature =
       isQd ? CTallyDataMng::Instance()->GetQdFeather(record.code) : std::wstring();
   return FindOrMake<CReportQdDeItem>(
-      children, record.code + L"@" + record.name + L"@" + feature + L"@" + record.unit,
+      children, {record.code, L"@", record.name, L"@", feature, L"@", record.unit},
       [&](CReportQdDeItem& node) {
         node.code = record.code;
         node.name = record.name;
@@ -317,7 +334,7 @@ const CReportSysCode* CReportDataMethod::FindSysCodeItem(const IReportDataNode* 
       return nullptr;
     }
     const auto at = node->children.find(part);
-    found = at == node->children.end() ? nullptr : NodeAs<CReportSysCode>(at->second);
+    found = at == node->children.end() ? nullptr : NodeAs<CReportSysCode>(at.Node());
     if (found == nullptr) {
       return nullptr;
     }

@@ -1,46 +1,7 @@
 #include "report_model/report_data_node.h"
 
-#include <algorithm>
-#include <array>
-
 #include "platform/text_numbers.h"
 #include "report_model/formula_text.h"
-
-IReportDataNode::~IReportDataNode() {
-  ClearNodes(children);
-}
-
-void IReportDataNode::ClearChildren() {
-  ClearNodes(children);
-}
-
-void ClearNodes(Report::NodeMap& nodes) {
-  // Freeing must not allocate, so the way back is kept for a limited number of levels: when a
-  // deeper tree has used it up, the descent starts again at the root.
-  constexpr std::size_t kLevels = 256;
-  std::array<Report::NodeMap*, kLevels> path;
-  while (!nodes.empty()) {
-    std::size_t count = 0;
-    Report::NodeMap* at = &nodes;
-    while (!at->empty() || count > 0) {
-      if (at->empty()) {
-        at = path[--count];
-        continue;
-      }
-      Report::NodeMap& below = at->begin()->second->children;
-      if (below.empty()) {
-        at->erase(at->begin());
-        continue;
-      }
-      if (count == kLevels) {
-        count = kLevels / 2;
-        std::copy(path.end() - kLevels / 2, path.end(), path.begin());
-      }
-      path[count++] = at;
-      at = &below;
-    }
-  }
-}
 
 std::wstring CReportSysCode::GetKey() const {
   return IntText(sortId);

@@ -4,7 +4,6 @@
 #define TALLY_REPORT_MODEL_REPORT_DATA_NODE_H_
 
 #include <cstddef>
-#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -12,13 +11,8 @@
 #include <vector>
 
 #include "report_model/narrow_order.h"
-
-class IReportDataNode;
-
-namespace Report {
-/// Children by key, ascending by plain text order; the map owns them.
-using NodeMap = std::map<std::wstring, std::unique_ptr<IReportDataNode>, std::less<>>;
-}  // namespace Report
+#include "report_model/node_key.h"
+#include "report_model/node_map.h"
 
 /// The class of a node, for the checked down-cast NodeAs.
 enum class ENodeKind : unsigned char {
@@ -42,11 +36,13 @@ enum class ENodeKind : unsigned char {
 class IReportDataNode {
  public:
   /// Frees the children as ClearChildren does.
-  virtual ~IReportDataNode();
+  virtual ~IReportDataNode() = default;
   /// The node's identity as text. Not always the key under which its parent holds it.
   virtual std::wstring GetKey() const = 0;
+  /// The key under which its parent holds the node; views the node's texts.
+  virtual CNodeKey GetFiledKey() const = 0;
   /// Frees all that lies below the node, however deep. The node can be filled again.
-  virtual void ClearChildren();
+  virtual void ClearChildren() { children.clear(); }
 
   IReportDataNode(const IReportDataNode&) = delete;
   IReportDataNode& operator=(const IReportDataNode&) = delete;
@@ -77,13 +73,13 @@ const TNode* NodeAs(const std::unique_ptr<IReportDataNode>& node) {
 template <class TNode, class TKey>
 const TNode* FindChild(const Report::NodeMap& children, const TKey& key) {
   const auto at = children.find(key);
-  return at == children.end() ? nullptr : NodeAs<TNode>(at->second);
+  return at == children.end() ? nullptr : NodeAs<TNode>(at.Node());
 }
 
 /// Calls `visit(const TNode&)` for each child of that class, in key order.
 template <class TNode, class TVisit>
 void ForEachChild(const Report::NodeMap& children, TVisit&& visit) {
-  for (const auto& [key, child] : children) {
+  for (const auto& child : children.InOrder()) {
     if (const auto* node = NodeAs<TNode>(child)) {
       visit(*node);
     }
@@ -91,7 +87,9 @@ void ForEachChild(const Report::NodeMap& children, TVisit&& visit) {
 }
 
 /// Frees a whole tree without recursion, so that its depth cannot exhaust the stack.
-void ClearNodes(Report::NodeMap& nodes);
+inline void ClearNodes(Report::NodeMap& nodes) {
+  nodes.clear();
+}
 
 /// Gives a node class its kind.
 template <ENodeKind kNodeKind>
@@ -107,6 +105,7 @@ class TReportDataNode : public IReportDataNode {
 class CReportType final : public TReportDataNode<ENodeKind::Type> {
  public:
   std::wstring GetKey() const override { return name; }
+  CNodeKey GetFiledKey() const override { return {name}; }
   std::wstring category;  ///< path "category\kind" of the first kind filed under the type
   std::wstring name;
 };
@@ -115,6 +114,7 @@ class CReportType final : public TReportDataNode<ENodeKind::Type> {
 class CReportSpec final : public TReportDataNode<ENodeKind::Spec> {
  public:
   std::wstring GetKey() const override { return name; }
+  CNodeKey GetFiledKey() const override { return {name}; }
   std::wstring name;
 };
 
@@ -122,6 +122,7 @@ class CReportSpec final : public TReportDataNode<ENodeKind::Spec> {
 class CReportFloor final : public TReportDataNode<ENodeKind::Floor> {
  public:
   std::wstring GetKey() const override { return name; }
+  CNodeKey GetFiledKey() const override { return {name}; }
   std::wstring floorText;  ///< floor expression of the first record
   std::wstring name;
 };
@@ -130,6 +131,7 @@ class CReportFloor final : public TReportDataNode<ENodeKind::Floor> {
 class CReportCategory final : public TReportDataNode<ENodeKind::Category> {
  public:
   std::wstring GetKey() const override { return category + L"\\" + kind; }
+  CNodeKey GetFiledKey() const override { return {category, L"\\", kind}; }
   int sortId = 0;  ///< CTallyDataMng::GetCategorySortId at the fold
   std::wstring category;
   std::wstring kind;
@@ -139,6 +141,10 @@ class CReportCategory final : public TReportDataNode<ENodeKind::Category> {
 class CReportAttribute final : public TReportDataNode<ENodeKind::Attribute> {
  public:
   std::wstring GetKey() const override { return name; }
+  CNodeKey GetFiledKey() const override {
+    return filedByBoth ? CNodeKey{name, value} : CNodeKey{name};
+  }
+  bool filedByBoth = false;
   std::wstring name;
   std::wstring value;
   /// What rows of this attribute are sorted by; made at the fold, shared by nodes of one record.
@@ -149,6 +155,7 @@ class CReportAttribute final : public TReportDataNode<ENodeKind::Attribute> {
 class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
  public:
   std::wstring GetKey() const override;
+  CNodeKey GetFiledKey() const override { return {name}; }
   int sortId = 0;         ///< CTallyDataMng::GetSysCodeSortId at the fold
   std::wstring name;      ///< of this level alone
   std::wstring fullName;  ///< path from the first level, joined by "\"
@@ -162,6 +169,7 @@ class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
 class CReportCalItem final : public TReportDataNode<ENodeKind::CalItem> {
  public:
   std::wstring GetKey() const override { return name + L"@" + unit; }
+  CNodeKey GetFiledKey() const override { return {name, L"@", unit}; }
   std::wstring name;
   std::wstring unit;
   std::wstring text3;
@@ -172,6 +180,7 @@ class CReportCalItem final : public TReportDataNode<ENodeKind::CalItem> {
 class CReportPjCalItem final : public TReportDataNode<ENodeKind::PjCalItem> {
  public:
   std::wstring GetKey() const override { return name + L"@" + unit; }
+  CNodeKey GetFiledKey() const override { return {text1, L"@", name}; }
   std::wstring text1;
   std::wstring name;
   std::wstring unit;
@@ -192,18 +201,28 @@ struct SResultIdentity {
   void AppendComponentText(std::wstring& text) const;
   /// Length of that text.
   std::size_t ComponentTextSize() const;
+  /// The key of a result that is no fitting.
+  static CNodeKey FiledKey(std::wstring_view sgdName, std::wstring_view floorText,
+                           std::wstring_view expression, double quantity) {
+    return CNodeKey{sgdName, floorText, L"@", expression, L"@"}.AddNumber(quantity);
+  }
   /// The expression with its repeat count: as it stands below two components, else "%s*%d件", in
   /// brackets if it holds a "+" or a "-".
   std::wstring GetRepeatFormula() const;
 };
 
 /// Result of a summary set, or a fitting. Filed under `sgdName` + `floorText` + "@" + `expression`
-/// +
-/// "@" + `quantity`; GetKey has the floor text behind the expression.
+/// + "@" + `quantity`, as a fitting under the first two alone; GetKey has the floor text behind the
+/// expression.
 class CReportResult final : public TReportDataNode<ENodeKind::Result>, public SResultIdentity {
  public:
   std::wstring GetKey() const override;
+  CNodeKey GetFiledKey() const override {
+    return isFitting ? CNodeKey{sgdName, floorText}
+                     : FiledKey(sgdName, floorText, expression, quantity);
+  }
   double quantity = 0;  ///< of one component
+  bool isFitting = false;
 };
 
 /// Result of the detail set. Filed as CReportResult, with `quantity1`.
@@ -211,6 +230,9 @@ class CReportResultDetail final : public TReportDataNode<ENodeKind::ResultDetail
                                   public SResultIdentity {
  public:
   std::wstring GetKey() const override;
+  CNodeKey GetFiledKey() const override {
+    return FiledKey(sgdName, floorText, expression, quantity1);
+  }
   double quantity1 = 0;  ///< of one component
   double quantity2 = 0;
   double quantity3 = 0;
@@ -221,6 +243,7 @@ class CReportResultDetail final : public TReportDataNode<ENodeKind::ResultDetail
 class CReportDuctHType final : public TReportDataNode<ENodeKind::DuctHType> {
  public:
   std::wstring GetKey() const override { return text1 + text2 + text3; }
+  CNodeKey GetFiledKey() const override { return {text1, text2, text3}; }
   std::wstring text1;
   std::wstring text2;
   std::wstring text3;
@@ -230,6 +253,9 @@ class CReportDuctHType final : public TReportDataNode<ENodeKind::DuctHType> {
 class CReportBrushPaint final : public TReportDataNode<ENodeKind::BrushPaint> {
  public:
   std::wstring GetKey() const override;
+  CNodeKey GetFiledKey() const override {
+    return CNodeKey().AddInt(number1).AddText(text2).AddInt(number2);
+  }
   int number1 = 0;     ///< sort number of the component category
   int number2 = 0;     ///< coat, from 1
   std::wstring text1;  ///< component category
@@ -240,6 +266,7 @@ class CReportBrushPaint final : public TReportDataNode<ENodeKind::BrushPaint> {
 class CReportPipeJRBW final : public TReportDataNode<ENodeKind::PipeJRBW> {
  public:
   std::wstring GetKey() const override { return text1 + text2 + text3; }
+  CNodeKey GetFiledKey() const override { return {text1, text2, text3}; }
   std::wstring text1;
   std::wstring text2;
   std::wstring text3;
@@ -249,6 +276,9 @@ class CReportPipeJRBW final : public TReportDataNode<ENodeKind::PipeJRBW> {
 class CReportChapter final : public TReportDataNode<ENodeKind::Chapter> {
  public:
   std::wstring GetKey() const override;
+  CNodeKey GetFiledKey() const override {
+    return CNodeKey().AddInt(number).AddText(L"@").AddText(name);
+  }
   std::wstring name;
   int number = 0;  ///< 2147483647 where the library gave none
 };
@@ -257,6 +287,7 @@ class CReportChapter final : public TReportDataNode<ENodeKind::Chapter> {
 class CReportQdDeItem final : public TReportDataNode<ENodeKind::QdDeItem> {
  public:
   std::wstring GetKey() const override;
+  CNodeKey GetFiledKey() const override { return {code, L"@", name, L"@", feature, L"@", unit}; }
   std::wstring code;
   std::wstring name;
   std::wstring unit;

@@ -505,21 +505,34 @@ TEST_F(ReportDataNode, NodeAsIsNullForAnotherClassAndForNull) {
 /// Counts how many of its kind live.
 class CountedNode final : public IReportDataNode {
  public:
-  CountedNode() : IReportDataNode(ENodeKind::Spec) { ++alive; }
+  explicit CountedNode(std::wstring key = {})
+      : IReportDataNode(ENodeKind::Spec), key_(std::move(key)) {
+    ++alive;
+  }
   ~CountedNode() override { --alive; }
   std::wstring GetKey() const override { return L"counted"; }
+  CNodeKey GetFiledKey() const override { return {key_}; }
 
   static inline int alive = 0;
+
+ private:
+  std::wstring key_;
 };
+
+CountedNode& AddCounted(Report::NodeMap& children, const std::wstring& key) {
+  auto node = std::make_unique<CountedNode>(key);
+  CountedNode& added = *node;
+  children.insert(children.lower_bound(key), std::move(node));
+  return added;
+}
 
 TEST(ClearChildren, FreesAllBelowAndLetsTheNodeBeFilledAgain) {
   CountedNode root;
   for (const std::wstring name : {L"a", L"b"}) {
-    auto child = std::make_unique<CountedNode>();
+    CountedNode& child = AddCounted(root.children, name);
     for (const std::wstring leaf : {L"x", L"y", L"z"}) {
-      child->children[leaf] = std::make_unique<CountedNode>();
+      AddCounted(child.children, leaf);
     }
-    root.children[name] = std::move(child);
   }
   EXPECT_EQ(CountedNode::alive, 9);
   root.ClearChildren();
@@ -532,8 +545,7 @@ TEST(ClearChildren, FreesAllBelowAndLetsTheNodeBeFilledAgain) {
 TEST(ClearChildren, IsPartOfDestruction) {
   {
     CountedNode root;
-    root.children[L"a"] = std::make_unique<CountedNode>();
-    root.children[L"a"]->children[L"b"] = std::make_unique<CountedNode>();
+    AddCounted(AddCounted(root.children, L"a").children, L"b");
   }
   EXPECT_EQ(CountedNode::alive, 0);
 }

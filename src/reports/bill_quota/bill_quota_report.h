@@ -4,7 +4,6 @@
 #define TALLY_REPORTS_BILL_QUOTA_BILL_QUOTA_REPORT_H_
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 
 #include "reports/shared/row_folder.h"
@@ -30,31 +29,38 @@ class CBillQuotaReport : public CSummaryReport {
  protected:
   explicit CBillQuotaReport(const SBillQuotaShape& shape) : shape_(shape) {}
 
-  /// The path below the items, the same in all three: component kind, attribute, floor, system
-  /// code, result.
+  /// The levels below the items, the same in all three.
   template <class TData>
-  static void FoldBelowItems(CRowFolder<TData>& fold) {
-    fold.Category().Attribute().Floor().SysCode().Result();
+  static void StateLevelsBelowItems(CRowFolder<TData>& fold) {
+    fold.Category().Attribute().Floor().SysCode();
   }
-  /// The steps to the chapter of an item and to the item; `isQd` chooses the bill side.
+  /// The levels of the items' chapter and of the items; `isQd` chooses the bill side.
   template <class TData>
-  static CRowFolder<TData>& FoldChapter(CRowFolder<TData>& fold, const TData& data, int index,
-                                        bool isQd) {
-    return fold.Through(static_cast<std::uint64_t>(index), [&, index, isQd](auto& to) {
-      return CReportDataMethod::GetChapter(to, Item(data, index, isQd), isQd);
+  static void StateChapter(CRowFolder<TData>& fold, const TData& data, bool isQd) {
+    fold.Level({ItemColumn<TData>(isQd)}, [&data, isQd](auto& to, auto& of) {
+      return CReportDataMethod::GetChapter(to, ItemOf(data, of.row, isQd), isQd);
     });
   }
   template <class TData>
-  static CRowFolder<TData>& FoldItem(CRowFolder<TData>& fold, const TData& data, int index,
-                                     bool isQd) {
-    return fold.Through(static_cast<std::uint64_t>(index), [&, index, isQd](auto& to) {
-      return CReportDataMethod::GetQdDeItem(to, Item(data, index, isQd), isQd);
+  static void StateItem(CRowFolder<TData>& fold, const TData& data, bool isQd) {
+    fold.Level({ItemColumn<TData>(isQd)}, [&data, isQd](auto& to, auto& of) {
+      return CReportDataMethod::GetQdDeItem(to, ItemOf(data, of.row, isQd), isQd);
     });
   }
   /// The record of an item; std::out_of_range for a bad index.
   template <class TData>
   static const KorDMRec::SKorDMQdDeRec& Item(const TData& data, int index, bool isQd) {
     return (isQd ? data.qdItems : data.deItems).at(static_cast<std::size_t>(index));
+  }
+
+  template <class TData>
+  static typename CRowFolder<TData>::Column ItemColumn(bool isQd) {
+    using TRow = typename CRowFolder<TData>::TRow;
+    return isQd ? &TRow::qdItem : &TRow::deItem;
+  }
+  template <class TData, class TRow>
+  static const KorDMRec::SKorDMQdDeRec& ItemOf(const TData& data, const TRow& row, bool isQd) {
+    return Item(data, row.*ItemColumn<TData>(isQd), isQd);
   }
 
   void ShowItems(Report::CellArray& rows, const std::wstring& requestSpec,

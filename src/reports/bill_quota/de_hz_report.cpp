@@ -45,16 +45,18 @@ void CDeHzReport::CreatData() {
   const auto& data = CTallyDataMng::Instance()->GetQdDeHzData();
   const CQuotaChoice choice(data);
   CRowFolder fold(root, data);
+  fold.Spec();
+  StateChapter(fold, data, false);
+  StateItem(fold, data, false);
+  StateLevelsBelowItems(fold);
   for (const auto& row : data.rows) {
     // A row's other indices are looked at only once it has passed.
     if (row.isQd || !choice.Takes(row)) {
       continue;
     }
-    fold.Begin(row).Spec();
-    FoldChapter(fold, data, row.deItem, false);
-    FoldItem(fold, data, row.deItem, false);
-    FoldBelowItems(fold);
+    fold.Add(row);
   }
+  fold.Fold();
 }
 
 void CDeHzReport::GetDeHzData(Report::CellArray& rows, const std::wstring& requestSpec,

@@ -24,19 +24,22 @@ void CQdDeHzReport::CreatData() {
   const std::wstring billLibrary = CAtt().GetQdCode();
   const std::wstring quotaLibrary = CAtt().GetQdDeCode();
   CRowFolder fold(root, data);
+  fold.Spec();
+  StateChapter(fold, data, true);
+  StateItem(fold, data, true);
+  StateItem(fold, data, false);
+  StateLevelsBelowItems(fold);
   for (const auto& row : data.rows) {
-    fold.Begin(row);
+    // A bad index is a fault even in a row that is passed over.
+    static_cast<void>(fold.Records(row));
     const auto& bill = Item(data, row.qdItem, true);
     const auto& quota = Item(data, row.deItem, false);
     if (bill.library != billLibrary || (!row.isQd && quota.library != quotaLibrary)) {
       continue;
     }
-    fold.Spec();
-    FoldChapter(fold, data, row.qdItem, true);
-    FoldItem(fold, data, row.qdItem, true);
-    FoldItem(fold, data, row.deItem, false);
-    FoldBelowItems(fold);
+    fold.Add(row);
   }
+  fold.Fold();
 }
 
 void CQdDeHzReport::GetQdDeHzData(Report::CellArray& rows, const std::wstring& requestSpec,

@@ -23,16 +23,18 @@ void CQdHzReport::CreatData() {
   const auto& data = CTallyDataMng::Instance()->GetQdDeHzData();
   const std::wstring billLibrary = CAtt().GetQdCode();
   CRowFolder fold(root, data);
+  fold.Spec();
+  StateChapter(fold, data, true);
+  StateItem(fold, data, true);
+  StateLevelsBelowItems(fold);
   for (const auto& row : data.rows) {
     // A row's other indices are looked at only once it has passed.
     if (!row.isQd || Item(data, row.qdItem, true).library != billLibrary) {
       continue;
     }
-    fold.Begin(row).Spec();
-    FoldChapter(fold, data, row.qdItem, true);
-    FoldItem(fold, data, row.qdItem, true);
-    FoldBelowItems(fold);
+    fold.Add(row);
   }
+  fold.Fold();
 }
 
 void CQdHzReport::GetQdHzData(Report::CellArray& rows, const std::wstring& requestSpec,

@@ -25,9 +25,11 @@ class CCalculationBook : public CNodeReport {
     const auto& data = CTallyDataMng::Instance()->GetXhlDetailData();
     const bool isDivided = CReportStatusMng::Instance()->GetIsDividedNode();
     CRowFolder fold(root, data);
+    path(fold, isDivided);
     for (const auto& row : data.rows) {
-      path(fold.Begin(row), isDivided);
+      fold.Add(row);
     }
+    fold.Fold();
   }
 
   /// Makes the rows below one node.

@@ -106,30 +106,35 @@ void CSystemBookRows::AddCategory(const CReportSysCode& holder, const CReportCat
 
 void CSystemBookRows::AddItem(const SShownSysCode& shown, const SXhlSysjssData& head) {
   int loopNumber = 1;
+  RowFind find;
   ForEachChild<CReportResultDetail>(head.Item->children, [&](const CReportResultDetail& detail) {
     if (sections_.Takes(detail.sgdName) && picked_.Takes(detail)) {
       if (head.IsMainItem && level_ != ELevel::LevelNode) {
         AddChild(shown, head, detail, loopNumber);
       }
-      AddDetail(head, detail, loopNumber);
+      AddDetail(head, find, detail, loopNumber);
     }
   });
 }
 
-void CSystemBookRows::AddDetail(const SXhlSysjssData& head, const CReportResultDetail& detail,
-                                int& loopNumber) {
+void CSystemBookRows::AddDetail(const SXhlSysjssData& head, RowFind& find,
+                                const CReportResultDetail& detail, int& loopNumber) {
   const std::array<double, 4> quantities = ComponentQuantities(detail);
-  SXhlSysjssData row = head;
-  row.Quantity = quantities;
-  row.FloorCount = picked_.CountFor(detail);
+  const auto filled = [&] {
+    SXhlSysjssData row = head;
+    row.Quantity = quantities;
+    row.FloorCount = picked_.CountFor(detail);
+    return row;
+  };
   // Only rows at level 1 print the references of a sum.
   const bool printsReferences = level_ == ELevel::LevelNode;
-  const auto at = rows_.find(row);
+  const auto at = find(rows_, head);
   if (at == rows_.end()) {
+    SXhlSysjssData row = filled();
     if (printsReferences) {
       AppendReferences(row.Expression, detail);
     }
-    rows_.insert(row);
+    rows_.insert(std::move(row));
   } else {
     for (std::size_t i = 0; i < quantities.size(); ++i) {
       at->Quantity[i] += quantities[i];
@@ -139,6 +144,7 @@ void CSystemBookRows::AddDetail(const SXhlSysjssData& head, const CReportResultD
     }
   }
   if (head.IsMainItem && level_ == ELevel::LevelLoop) {
+    SXhlSysjssData row = filled();
     row.LoopNumber = loopNumber;
     row.Loop = &detail;
     ++loopNumber;

@@ -13,6 +13,7 @@
 #include "report_model/cell_block.h"
 #include "report_model/report_data_node.h"
 #include "reports/shared/picked_floor.h"
+#include "reports/shared/repeated_find.h"
 #include "reports/shared/section_choice.h"
 
 /// Collects row candidates and the children that formulas list, then composes the rows. Lives for
@@ -76,9 +77,12 @@ class CSystemBookRows {
   using FormulaKey = std::tuple<int, int, std::wstring_view, std::wstring_view>;
   using Formulas = std::map<FormulaKey, std::vector<const SChildSysQ*>>;
 
+  using RowFind = TRepeatedFind<std::set<SXhlSysjssData>>;
+
   SShownSysCode Show(const CReportSysCode& sysCode);
   void AddItem(const SShownSysCode& shown, const SXhlSysjssData& head);
-  void AddDetail(const SXhlSysjssData& head, const CReportResultDetail& detail, int& loopNumber);
+  void AddDetail(const SXhlSysjssData& head, RowFind& find, const CReportResultDetail& detail,
+                 int& loopNumber);
   void AddChild(const SShownSysCode& shown, const SXhlSysjssData& head,
                 const CReportResultDetail& detail, int loopNumber);
   Formulas ChildrenByFormula() const;

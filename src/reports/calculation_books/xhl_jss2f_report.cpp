@@ -28,7 +28,7 @@ void CXhlJss2FReport::CreatData() {
     if (isDivided) {
       fold.Type();
     }
-    fold.Category().Attribute().CalItem().SysCode().ResultDetail();
+    fold.Category().Attribute().CalItem().SysCode();
   });
 }
 

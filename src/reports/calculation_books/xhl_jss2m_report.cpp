@@ -45,7 +45,7 @@ void CXhlJss2MReport::CreatData() {
     if (isDivided) {
       fold.Type();
     }
-    fold.Category().Attribute().CalItem().SysCode().Floor().ResultDetail();
+    fold.Category().Attribute().CalItem().SysCode().Floor();
   });
 }
 

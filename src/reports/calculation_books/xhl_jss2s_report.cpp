@@ -11,7 +11,7 @@ void CXhlJss2SReport::CreatData() {
     if (isDivided) {
       fold.Type();
     }
-    fold.SysCode().Category().Attribute().CalItem().ResultDetail();
+    fold.SysCode().Category().Attribute().CalItem();
   });
 }
 

@@ -9,9 +9,11 @@
 
 void CConsumptionReport::FoldRows(const KorDMRec::SKorDMResultData& data) {
   CRowFolder fold(root, data);
+  fold.Spec().Category().Attribute().CalItem().Floor().SysCode();
   for (const auto& row : data.rows) {
-    fold.Begin(row).Spec().Category().Attribute().CalItem().Floor().SysCode().Result();
+    fold.Add(row);
   }
+  fold.Fold();
 }
 
 CCellBlock CConsumptionReport::SpecRows(CSummaryWalk& walk, const CReportSpec& node) const {

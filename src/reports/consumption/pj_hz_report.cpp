@@ -178,9 +178,11 @@ int CPjHzReport::GetSysCodeLevel(int level) {
 void CPjHzReport::CreatData() {
   const auto& data = CTallyDataMng::Instance()->GetPjHzData();
   CRowFolder fold(root, data);
+  fold.Spec().Floor().SysCode().Category().PjAttribute().PjCalItem();
   for (const auto& row : data.rows) {
-    fold.Begin(row).Spec().Floor().SysCode().Category().PjAttribute().PjCalItem().PjResult();
+    fold.Add(row);
   }
+  fold.Fold();
 }
 
 void CPjHzReport::GetPjHzData(Report::CellArray& rows, const std::wstring& requestSpec,

@@ -1,5 +1,6 @@
 #include "reports/consumption/xhl_gl_report.h"
 
+#include <map>
 #include <set>
 #include <utility>
 
@@ -35,29 +36,34 @@ void CXhlGlReport::CreatData() {
   const auto& data = CTallyDataMng::Instance()->GetXhlGlData();
   const auto* mainItems = CReportMainCalItemData::Instance();
   const auto* groups = CReportXHlGlTypeData::Instance();
+  using TRow = KorDMRec::SKorDMResultRow;
   CRowFolder fold(root, data);
+  fold.Spec()
+      .Level({&TRow::spec, &TRow::category},
+             [groups](auto& to, auto& of) {
+               const auto& [id, category, kind] = of.category;
+               return CReportDataMethod::GetType(
+                   to, category + L"\\" + kind,
+                   groups->GetCategoryType(of.spec.name, category, kind));
+             })
+      .AttributeByName()
+      .CalItem()
+      .Floor()
+      .Category()
+      .SysCode();
+  std::map<std::pair<int, int>, std::wstring> mainItemOf;
   for (const auto& row : data.rows) {
-    fold.Begin(row);
-    const std::wstring& specName = fold.SpecRecord().name;
-    const auto& category = fold.CategoryRecord();
-    if (mainItems->GetMainCalItem(specName, category.category, category.kind) !=
-        fold.CalItemRecord().name) {
-      continue;
+    const auto of = fold.Records(row);
+    const auto [main, isNew] = mainItemOf.try_emplace({row.spec, row.category});
+    if (isNew) {
+      main->second =
+          mainItems->GetMainCalItem(of.spec.name, of.category.category, of.category.kind);
     }
-    fold.Spec()
-        .Through(fold.CategoryIndex(),
-                 [&](auto& to) {
-                   return CReportDataMethod::GetType(
-                       to, category.category + L"\\" + category.kind,
-                       groups->GetCategoryType(specName, category.category, category.kind));
-                 })
-        .AttributeByName()
-        .CalItem()
-        .Floor()
-        .Category()
-        .SysCode()
-        .Result();
+    if (main->second == of.calItem.name) {
+      fold.Add(row);
+    }
   }
+  fold.Fold();
 }
 
 void CXhlGlReport::GetGlData(Report::CellArray& rows, const std::wstring& requestSpec,

@@ -25,7 +25,7 @@ void ForEachChosenCategory(const Report::NodeMap& children,
     return;
   }
   const auto take = [&visit](const auto& child) {
-    if (const auto* category = NodeAs<CReportCategory>(child.second)) {
+    if (const auto* category = NodeAs<CReportCategory>(child)) {
       visit(*category);
     }
   };
@@ -36,11 +36,12 @@ void ForEachChosenCategory(const Report::NodeMap& children,
     const auto separators = std::count(entry.begin(), entry.end(), L'\\');
     auto at = children.lower_bound(entry);
     if (separators == 0) {
-      for (; at != children.end() && at->first.starts_with(entry); ++at) {
-        take(*at);
+      for (; at != children.end() && at.Node()->GetFiledKey().Text().starts_with(entry); ++at) {
+        take(at.Node());
       }
-    } else if (separators == 1 && at != children.end() && at->first == entry) {
-      take(*at);
+    } else if (separators == 1 && at != children.end() &&
+               at.Node()->GetFiledKey().Compare({entry}) == 0) {
+      take(at.Node());
     }
   }
 }
@@ -104,18 +105,18 @@ template <class TVisit>
 void ForEachBelowSysCode(const CReportSysCode& sysCode, TVisit&& visit) {
   struct SLevel {
     const CReportSysCode* holder;
-    Report::NodeMap::const_iterator next;
+    Report::NodeMap::Nodes::const_iterator next;
   };
-  std::vector<SLevel> levels{{&sysCode, sysCode.children.begin()}};
+  std::vector<SLevel> levels{{&sysCode, sysCode.children.InOrder().begin()}};
   while (!levels.empty()) {
     SLevel& level = levels.back();
-    if (level.next == level.holder->children.end()) {
+    if (level.next == level.holder->children.InOrder().end()) {
       levels.pop_back();
       continue;
     }
-    const IReportDataNode& child = *level.next++->second;
+    const IReportDataNode& child = **level.next++;
     if (const auto* deeper = NodeAs<CReportSysCode>(&child)) {
-      levels.push_back({deeper, deeper->children.begin()});
+      levels.push_back({deeper, deeper->children.InOrder().begin()});
     } else if (!visit(*level.holder, child)) {
       levels.pop_back();
     }

@@ -2,6 +2,7 @@
 #ifndef TALLY_REPORTS_SHARED_NODE_REPORT_H_
 #define TALLY_REPORTS_SHARED_NODE_REPORT_H_
 
+#include <cstddef>
 #include <set>
 #include <string>
 
@@ -15,6 +16,9 @@ class CNodeReport : public IReport {
  public:
   /// Frees the tree.
   void Clear() final { ClearNodes(root); }
+
+  /// The size of the tree, for measurements.
+  std::size_t NodeCount() const { return root.CountAll(); }
 
  protected:
   CNodeReport() : codePage_(ICodePage::Instance()->GetThreadCodePage()) {}

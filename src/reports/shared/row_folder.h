@@ -2,53 +2,154 @@
 #ifndef TALLY_REPORTS_SHARED_ROW_FOLDER_H_
 #define TALLY_REPORTS_SHARED_ROW_FOLDER_H_
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <limits>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "report_model/report_data_method.h"
 #include "report_model/report_data_node.h"
-#include "reports/shared/lookup_memo.h"
+#include "reports/shared/fold_order.h"
 #include "result_store/db_records.h"
 
-/// Folds rows one by one. A report states its nesting as a chain of steps:
+/// The records of one row.
+template <class TData>
+struct TRowRecords {
+  using TRow = typename decltype(TData::rows)::value_type;
+  using TCalItem = typename decltype(TData::calItems)::value_type;
+
+  const KorDMRec::SKorDMSgdRec& sgd;
+  const KorDMRec::SKorDMFloorRec& floor;
+  const KorDMRec::SKorDMComponentRec& component;
+  const KorDMRec::SKorDMSpecRec& spec;
+  const KorDMRec::SKorDMCategoryRec& category;
+  const KorDMRec::SKorDMAttrRec& attr;
+  const KorDMRec::SKorDMSysCodeRec& sysCode;
+  const TCalItem& calItem;
+  const TRow& row;
+  std::uint32_t group;  ///< what the row was added with
+};
+
+/// Folds rows. A report states its nesting level by level, adds rows and folds them all at once:
 ///
 ///   CRowFolder fold(root, data);
+///   fold.Spec().Category().Attribute().CalItem().Floor().SysCode();
 ///   for (const auto& row : data.rows) {
-///     fold.Begin(row).Spec().Category().Attribute().CalItem().Floor().SysCode().Result();
+///     fold.Add(row);
 ///   }
+///   fold.Fold();
 ///
-/// Each step goes from the node reached so far to its child for one of the row's records, through
-/// CReportDataMethod, and remembers the outcome. A step that answers null ends the row. Every row
-/// of a folder must take the same steps up to the point where it ends. REQUIRES: the result set
-/// outlives the tree.
+/// The tree is the one that the look-ups of CReportDataMethod make row by row, level by level,
+/// where a null ends the row. The rows are taken in the order of the finished tree, though, so that
+/// each node is looked up once, behind the last of its siblings, and the tree lies in memory as a
+/// walk reads it. A node is made of the first of its rows. REQUIRES: the result set outlives the
+/// tree.
 template <class TData>
 class CRowFolder {
  public:
-  using TCalItem = typename decltype(TData::calItems)::value_type;
+  using TRecords = TRowRecords<TData>;
+  using TRow = typename TRecords::TRow;
+  /// A column of a row: the number of a record.
+  using Column = int TRow::*;
+  /// Finds or makes the node of a level.
+  using LookUp = std::function<IReportDataNode*(Report::NodeMap&, const TRecords&)>;
 
   CRowFolder(Report::NodeMap& root, const TData& data)
-      : root_(root), data_(data), attKeys_(data.attrs.size()) {}
+      : root_(root), data_(data), attKeys_(data.attrs.size()) {
+    entries_.reserve(data.rows.size());
+  }
 
-  /// Fetches the eight records of a row, before any look-up; std::out_of_range for a bad index.
-  template <class TRow>
-  CRowFolder& Begin(const TRow& row) {
-    sgd_ = &At(data_.sgds, row.sgd);
-    floor_ = &At(data_.floors, row.floor);
-    component_ = &At(data_.components, row.component);
-    spec_ = &At(data_.specs, row.spec);
-    category_ = &At(data_.categories, row.category);
-    attr_ = &At(data_.attrs, row.attr);
-    sysCode_ = &At(data_.sysCodes, row.sysCode);
-    calItem_ = &At(data_.calItems, row.calItem);
-    return Again();
+  // The levels, outermost first.
+
+  CRowFolder& Spec() {
+    return Level({&TRow::spec},
+                 [](auto& to, auto& of) { return CReportDataMethod::GetSpec(to, of.spec); });
+  }
+  CRowFolder& Floor() {
+    return Level({&TRow::floor},
+                 [](auto& to, auto& of) { return CReportDataMethod::GetFloor(to, of.floor); });
+  }
+  CRowFolder& Category() {
+    return Level({&TRow::category}, [](auto& to, auto& of) {
+      return CReportDataMethod::GetCategory(to, of.spec.name, of.category);
+    });
+  }
+  /// The type level of the calculation books.
+  CRowFolder& Type() {
+    return Level({&TRow::spec, &TRow::category}, [](auto& to, auto& of) {
+      return CReportDataMethod::GetType(to, of.spec, of.category);
+    });
+  }
+  /// Filed under the record's `name` alone.
+  CRowFolder& Attribute() {
+    return AttributeLevel({&TRow::attr}, [](auto& to, auto& of) {
+      return CReportDataMethod::GetAttribute(to, of.attr);
+    });
+  }
+  /// Filed under `name` and `value` joined.
+  CRowFolder& AttributeByBothTexts() {
+    return AttributeLevel({&TRow::attr}, [](auto& to, auto& of) {
+      return CReportDataMethod::GetAttribute(to, of.attr.name, of.attr.value);
+    });
+  }
+  /// Filed under `name`, without a `value`.
+  CRowFolder& AttributeByName() {
+    return AttributeLevel({&TRow::attr}, [](auto& to, auto& of) {
+      return CReportDataMethod::GetAttribute(to, of.attr.name, {});
+    });
+  }
+  /// Filed under the name of a fitting's pipe line.
+  CRowFolder& PjAttribute() {
+    return AttributeLevel({&TRow::spec, &TRow::category, &TRow::attr}, [](auto& to, auto& of) {
+      return CReportDataMethod::GetPjAttribute(to, of.spec.name, of.category.category, of.attr);
+    });
+  }
+  CRowFolder& CalItem() {
+    return Level(
+        {&TRow::calItem},
+        [](auto& to, auto& of) { return CReportDataMethod::GetCalItem(to, of.calItem); },
+        // There are many item records: no node is made for each.
+        [](auto& key, auto& of) {
+          key += of.calItem.name;
+          key += L'@';
+          key += of.calItem.unit;
+        });
+  }
+  CRowFolder& PjCalItem() {
+    return Level({&TRow::calItem}, [](auto& to, auto& of) {
+      return CReportDataMethod::GetPjCalItem(to, of.calItem);
+    });
+  }
+  CRowFolder& SysCode() {
+    sysCodeLevel_ = levels_.size();
+    return Level(
+        {&TRow::sysCode},
+        [this](auto& to, auto& of) { return CReportDataMethod::GetSysCode(to, Path(of)); },
+        [this](auto& key, auto& of) {
+          for (const SSysCodeStep& step : Path(of)) {
+            key += step.name;
+            key += kLevelEnd;
+          }
+        });
+  }
+  /// A level of the report's own. `columns` name all that the look-up's key depends on; without
+  /// any it is the group that a row is added with.
+  CRowFolder& Level(std::vector<Column> columns, LookUp lookUp) {
+    WriteKey writeKey = [lookUp](auto& key, auto& of) {
+      Report::NodeMap scratch;
+      key = lookUp(scratch, of)->GetFiledKey().Text();
+    };
+    return Level(std::move(columns), std::move(lookUp), std::move(writeKey));
   }
 
   /// Whether all eight indices of a row lie within their vectors.
-  template <class TRow>
   bool HasRecords(const TRow& row) const {
     const auto isWithin = [](const auto& records, int index) {
       return index >= 0 && static_cast<std::size_t>(index) < records.size();
@@ -58,173 +159,107 @@ class CRowFolder {
            isWithin(data_.categories, row.category) && isWithin(data_.attrs, row.attr) &&
            isWithin(data_.sysCodes, row.sysCode) && isWithin(data_.calItems, row.calItem);
   }
+  /// The eight records of a row; std::out_of_range for a bad index.
+  TRecords Records(const TRow& row, std::uint32_t group = 0) const {
+    return {At(data_.sgds, row.sgd),
+            At(data_.floors, row.floor),
+            At(data_.components, row.component),
+            At(data_.specs, row.spec),
+            At(data_.categories, row.category),
+            At(data_.attrs, row.attr),
+            At(data_.sysCodes, row.sysCode),
+            At(data_.calItems, row.calItem),
+            row,
+            group};
+  }
 
-  // The records of the row.
-  const KorDMRec::SKorDMSpecRec& SpecRecord() const { return *spec_; }
-  const KorDMRec::SKorDMCategoryRec& CategoryRecord() const { return *category_; }
-  const KorDMRec::SKorDMAttrRec& AttrRecord() const { return *attr_; }
-  const TCalItem& CalItemRecord() const { return *calItem_; }
-  /// Position of a record in its dictionary.
-  std::size_t AttrIndex() const { return Index(data_.attrs, attr_); }
-  std::size_t CategoryIndex() const { return Index(data_.categories, category_); }
-  std::size_t SpecIndex() const { return Index(data_.specs, spec_); }
-  std::size_t CalItemIndex() const { return Index(data_.calItems, calItem_); }
-
-  CRowFolder& Spec() {
-    return Step(SpecIndex(), [this](auto& to) { return CReportDataMethod::GetSpec(to, *spec_); });
-  }
-  CRowFolder& Floor() {
-    return Step(Index(data_.floors, floor_),
-                [this](auto& to) { return CReportDataMethod::GetFloor(to, *floor_); });
-  }
-  /// The type level of the calculation books.
-  CRowFolder& Type() {
-    return Step(CategoryIndex(),
-                [this](auto& to) { return CReportDataMethod::GetType(to, *spec_, *category_); });
-  }
-  CRowFolder& Category() {
-    return Step(CategoryIndex(), [this](auto& to) {
-      return CReportDataMethod::GetCategory(to, spec_->name, *category_);
-    });
-  }
-  /// Filed under the record's `name` alone.
-  CRowFolder& Attribute() {
-    return Step(AttrIndex(), [this](auto& to) {
-      return WithSortKey(CReportDataMethod::GetAttribute(to, *attr_));
-    });
-  }
-  /// Filed under `name` and `value` joined.
-  CRowFolder& AttributeByBothTexts() {
-    return Step(AttrIndex(), [this](auto& to) {
-      return WithSortKey(CReportDataMethod::GetAttribute(to, attr_->name, attr_->value));
-    });
-  }
-  /// Filed under `name`, without a `value`.
-  CRowFolder& AttributeByName() {
-    return Step(AttrIndex(), [this](auto& to) {
-      return WithSortKey(CReportDataMethod::GetAttribute(to, attr_->name, {}));
-    });
-  }
-  /// Filed under the name of a fitting's pipe line.
-  CRowFolder& PjAttribute() {
-    // Kinds of one path may have been cut into category and kind differently.
-    const auto record =
-        std::uint64_t{CategoryIndex()} << 32U | static_cast<std::uint64_t>(AttrIndex());
-    return Step(record, [this](auto& to) {
-      return WithSortKey(
-          CReportDataMethod::GetPjAttribute(to, spec_->name, category_->category, *attr_));
-    });
-  }
-  CRowFolder& PjCalItem() {
-    return Step(CalItemIndex(),
-                [this](auto& to) { return CReportDataMethod::GetPjCalItem(to, *calItem_); });
-  }
-  CRowFolder& SysCode() {
-    return Step(Index(data_.sysCodes, sysCode_), [this](auto& to) {
-      return CReportDataMethod::GetSysCode(to, spec_->name, *sysCode_);
-    });
-  }
-  CRowFolder& CalItem() {
-    return Step(CalItemIndex(),
-                [this](auto& to) { return CReportDataMethod::GetCalItem(to, *calItem_); });
-  }
-  /// Goes back to the root, for a further path of the same row.
-  CRowFolder& Again() {
-    children_ = &root_;
-    step_ = 0;
-    return *this;
-  }
-  /// A level of the report's own whose look-up is not remembered.
-  template <class TLookUp>
-  CRowFolder& Down(TLookUp&& lookUp) {
-    if (children_ != nullptr) {
-      IReportDataNode* node = lookUp(*children_);
-      children_ = node == nullptr ? nullptr : &node->children;
+  /// Takes a row of the set; std::out_of_range for a bad index. REQUIRES: all levels are stated.
+  void Add(const TRow& row, std::uint32_t group = 0) {
+    if (!HasRecords(row)) {
+      static_cast<void>(Records(row));
     }
-    return *this;
-  }
-  /// A level of the report's own. `record` stands for all that the look-up depends on.
-  template <class TLookUp>
-  CRowFolder& Through(std::uint64_t record, TLookUp&& lookUp) {
-    return Step(record, lookUp);
+    for (SLevel& level : levels_) {
+      const std::uint32_t record = level.RecordOf(row, group);
+      if (!level.ranks.Knows(record)) {
+        key_.clear();
+        level.writeKey(key_, Records(row, group));
+        level.ranks.Add(record, key_);
+      }
+    }
+    entries_.push_back({0, 0, static_cast<std::uint32_t>(&row - data_.rows.data()), group});
   }
 
-  // The leaves.
-  void Result() {
-    AddResult<CReportResult>([this](auto& to) {
-      return CReportDataMethod::GetResult(to, sgd_->name, *floor_, *calItem_, *component_);
-    });
-  }
-  void ResultDetail() {
-    AddResult<CReportResultDetail>([this](auto& to) {
-      return CReportDataMethod::GetResultDetail(to, sgd_->name, *floor_, *calItem_, *component_);
-    });
-  }
-  void PjResult() {
-    AddResult<CReportResult>([this](auto& to) {
-      return CReportDataMethod::GetPjResult(to, sgd_->name, *floor_, *calItem_, *component_);
-    });
+  /// Folds all that was added. Only the tree is left of it.
+  void Fold() {
+    Sort();
+    std::vector<IReportDataNode*> path(levels_.size());
+    for (std::size_t begin = 0, end = 0; begin < entries_.size(); begin = end) {
+      Descend(path, begin);
+      end = EndOf(begin, levels_.back());
+      if (path.back() != nullptr) {
+        AddResults(path.back()->children, begin, end);
+      }
+    }
   }
 
  private:
+  // Ends each name of a system code's key. It is below every character of a text, so that paths
+  // stand level by level.
+  static constexpr wchar_t kLevelEnd = std::numeric_limits<wchar_t>::min();
+  /// Writes the text that orders the nodes of a level.
+  using WriteKey = std::function<void(std::wstring& key, const TRecords& records)>;
+  static constexpr std::size_t kNoLevel = static_cast<std::size_t>(-1);
+
+  struct SLevel {
+    std::vector<Column> columns;
+    std::vector<CPairNumbers> pairs;  // that join the columns into one number
+    WriteKey writeKey;
+    LookUp lookUp;
+    CTextRanks ranks;
+    unsigned lowestBit = 0;  // of its rank within an entry
+
+    std::uint32_t RecordOf(const TRow& row, std::uint32_t group) {
+      if (columns.empty()) {
+        return group;
+      }
+      auto record = static_cast<std::uint32_t>(row.*columns[0]);
+      for (std::size_t i = 1; i < columns.size(); ++i) {
+        record = pairs[i - 1].Of(record, static_cast<std::uint32_t>(row.*columns[i]));
+      }
+      return record;
+    }
+  };
+
+  /// Rows behind each other that lead to one result.
+  struct SRun {
+    std::size_t begin;
+    std::size_t end;
+    const TRow* row;
+    CNodeKey key;
+  };
+
   template <class TRecord>
   static const TRecord& At(const std::vector<TRecord>& records, int index) {
     // A negative index becomes a huge one, which at() refuses like any other bad one.
     return records.at(static_cast<std::size_t>(index));
   }
-  template <class TRecord>
-  static std::size_t Index(const std::vector<TRecord>& records, const TRecord* record) {
-    return static_cast<std::size_t>(record - records.data());
-  }
-
-  template <class TLookUp>
-  CRowFolder& Step(std::uint64_t record, TLookUp&& lookUp) {
-    if (children_ != nullptr) {
-      IReportDataNode* node = Memo().Find(children_, record, [&] { return lookUp(*children_); });
-      children_ = node == nullptr ? nullptr : &node->children;
-    }
+  CRowFolder& Level(std::vector<Column> columns, LookUp lookUp, WriteKey writeKey) {
+    SLevel& level = levels_.emplace_back();
+    level.pairs.resize(columns.empty() ? 0 : columns.size() - 1);
+    level.columns = std::move(columns);
+    level.writeKey = std::move(writeKey);
+    level.lookUp = std::move(lookUp);
     return *this;
   }
-
-  template <class TResult, class TLookUp>
-  void AddResult(TLookUp&& lookUp) {
-    if (children_ == nullptr) {
-      return;
-    }
-    bool isNew = false;
-    IReportDataNode* node = Memo().Find(
-        children_, std::uint64_t{SgdFloorId()} << 32U | std::uint64_t{CalItemIndex()}, [&] {
-          isNew = true;
-          return lookUp(*children_);
-        });
-    // The look-up itself has added the component; a remembered one has not been called.
-    if (!isNew && node != nullptr) {
-      static_cast<TResult*>(node)->components.push_back(component_->name);
-    }
+  template <class TLookUp>
+  CRowFolder& AttributeLevel(std::vector<Column> columns, TLookUp&& lookUp) {
+    return Level(std::move(columns),
+                 [this, lookUp](auto& to, auto& of) { return WithSortKey(lookUp(to, of), of); });
   }
 
-  CLookupMemo& Memo() {
-    if (step_ == memos_.size()) {
-      memos_.emplace_back();
-    }
-    return memos_[step_++];
-  }
-
-  // A small number for each pair of construction section and floor that occurs.
-  std::uint32_t SgdFloorId() {
-    const std::uint64_t pair =
-        std::uint64_t{Index(data_.sgds, sgd_)} << 32U | std::uint64_t{Index(data_.floors, floor_)};
-    if (sgdFloorIds_.empty() || pair != lastPair_) {
-      lastPair_ = pair;
-      lastPairId_ = sgdFloorIds_.try_emplace(pair, static_cast<std::uint32_t>(sgdFloorIds_.size()))
-                        .first->second;
-    }
-    return lastPairId_;
-  }
-
-  CReportAttribute* WithSortKey(CReportAttribute* node) {
+  CReportAttribute* WithSortKey(CReportAttribute* node, const TRecords& of) {
     if (node != nullptr && node->sortKey == nullptr) {
-      auto& key = attKeys_[AttrIndex()];
+      auto& key = attKeys_[static_cast<std::size_t>(of.row.attr)];
       // One record can lead to nodes of other texts where the look-up composes them.
       if (key == nullptr || key->name != node->name || key->value != node->value) {
         key = std::make_shared<const SAttSortKey>(node->name, node->value);
@@ -234,22 +269,174 @@ class CRowFolder {
     return node;
   }
 
+  // The row's system code, taken apart once for each discipline.
+  const std::vector<SSysCodeStep>& Path(const TRecords& of) {
+    const std::uint32_t number = paths_.Of(static_cast<std::uint32_t>(of.row.spec),
+                                           static_cast<std::uint32_t>(of.row.sysCode));
+    if (number == pathSteps_.size()) {
+      pathSteps_.push_back(ReadSysCodePath(of.spec.name, of.sysCode.name));
+    }
+    return pathSteps_[number];
+  }
+
+  TRecords RecordsOf(const SFoldEntry& entry) const {
+    return Records(data_.rows[entry.row], entry.group);
+  }
+
+  // Brings the entries into the order of the tree, if that is sure to make the same tree.
+  void Sort() {
+    unsigned bits = 0;
+    for (auto level = levels_.rbegin(); level != levels_.rend(); ++level) {
+      level->ranks.Rank();
+      level->lowestBit = bits;
+      bits += level->ranks.Bits();
+    }
+    isSorted_ = bits < 2 * SFoldEntry::kWord && !KeysMayMeet();
+    if (!isSorted_) {
+      return;
+    }
+    for (SFoldEntry& entry : entries_) {
+      const TRow& row = data_.rows[entry.row];
+      for (SLevel& level : levels_) {
+        entry.Push(level.ranks.RankOf(level.RecordOf(row, entry.group)), level.ranks.Bits());
+      }
+    }
+    SortEntries(entries_, bits);
+  }
+
+  // Whether a system code may stand beside a node of the next level that has its key: the first to
+  // come then keeps the place. That takes a code that goes on where another one ends.
+  bool KeysMayMeet() const {
+    if (sysCodeLevel_ == kNoLevel) {
+      return false;
+    }
+    const std::vector<std::wstring_view>& codes = levels_[sysCodeLevel_].ranks.Texts();
+    for (std::size_t i = 0; i < codes.size(); ++i) {
+      // All codes that go on from one stand behind it.
+      for (std::size_t j = i + 1; j < codes.size() && codes[j].starts_with(codes[i]); ++j) {
+        const std::wstring_view rest = codes[j].substr(codes[i].size());
+        if (MayBeKeyBelow(rest.substr(0, rest.find(kLevelEnd)))) {
+          return true;
+        }
+      }
+    }
+    return false;
+  }
+  bool MayBeKeyBelow(std::wstring_view name) const {
+    return sysCodeLevel_ + 1 < levels_.size() ? levels_[sysCodeLevel_ + 1].ranks.HasText(name)
+                                              : name.find(L'@') != name.npos;
+  }
+
+  // The end of the entries from `begin` on that share the path down to `level`.
+  std::size_t EndOf(std::size_t begin, const SLevel& level) const {
+    std::size_t end = begin + 1;
+    while (isSorted_ && end < entries_.size() &&
+           !entries_[end].DiffersAbove(entries_[begin], level.lowestBit)) {
+      ++end;
+    }
+    return end;
+  }
+
+  // Makes the nodes at which the path of an entry leaves that of the one before.
+  void Descend(std::vector<IReportDataNode*>& path, std::size_t at) {
+    std::size_t depth = 0;
+    if (isSorted_ && at > 0) {
+      while (!entries_[at].DiffersAbove(entries_[at - 1], levels_[depth].lowestBit)) {
+        ++depth;
+      }
+    }
+    for (; depth < levels_.size(); ++depth) {
+      if (depth > 0 && path[depth - 1] == nullptr) {
+        path[depth] = nullptr;
+        continue;
+      }
+      Report::NodeMap& children = depth == 0 ? root_ : path[depth - 1]->children;
+      path[depth] = levels_[depth].lookUp(children, RecordsOf(FirstOf(at, levels_[depth])));
+    }
+  }
+
+  // Of the entries that share a node, the one of the earliest row.
+  const SFoldEntry& FirstOf(std::size_t at, const SLevel& level) const {
+    if (!isSorted_ || !level.ranks.IsShared()) {
+      return entries_[at];
+    }
+    return *std::min_element(
+        entries_.begin() + static_cast<std::ptrdiff_t>(at),
+        entries_.begin() + static_cast<std::ptrdiff_t>(EndOf(at, level)),
+        [](const SFoldEntry& a, const SFoldEntry& b) { return a.row < b.row; });
+  }
+
+  void AddResults(Report::NodeMap& children, std::size_t begin, std::size_t end) {
+    FindRuns(begin, end);
+    if (runs_.size() > 1) {
+      std::stable_sort(runs_.begin(), runs_.end(),
+                       [](const SRun& a, const SRun& b) { return a.key.Compare(b.key) < 0; });
+    }
+    if (children.empty()) {
+      children.reserve(runs_.size());
+    }
+    for (std::size_t first = 0, last = 0; first < runs_.size(); first = last) {
+      std::size_t count = 0;
+      for (last = first;
+           last < runs_.size() && (last == first || runs_[last].key.Compare(runs_[first].key) == 0);
+           ++last) {
+        count += runs_[last].end - runs_[last].begin;
+      }
+      AddResult(children, first, last, count);
+    }
+  }
+
+  void FindRuns(std::size_t begin, std::size_t end) {
+    runs_.clear();
+    for (std::size_t i = begin; i < end; ++i) {
+      const TRow& row = data_.rows[entries_[i].row];
+      if (i > begin && IsSameResult(*runs_.back().row, row)) {
+        runs_.back().end = i + 1;
+      } else {
+        runs_.push_back({i, i + 1, &row, ResultKey(row)});
+      }
+    }
+  }
+
+  static bool IsSameResult(const TRow& a, const TRow& b) {
+    return a.calItem == b.calItem && a.sgd == b.sgd && a.floor == b.floor;
+  }
+  CNodeKey ResultKey(const TRow& row) const {
+    return CReportDataMethod::GetResultKey(data_.sgds[static_cast<std::size_t>(row.sgd)].name,
+                                           data_.floors[static_cast<std::size_t>(row.floor)],
+                                           data_.calItems[static_cast<std::size_t>(row.calItem)]);
+  }
+
+  // The result of runs that have one key, with `count` components.
+  void AddResult(Report::NodeMap& children, std::size_t first, std::size_t last,
+                 std::size_t count) {
+    const TRecords records = Records(*runs_[first].row);
+    auto* node =
+        CReportDataMethod::GetResult(children, records.sgd.name, records.floor, records.calItem);
+    if (node == nullptr) {
+      return;
+    }
+    if (node->components.empty()) {
+      node->components.reserve(count);
+    }
+    for (std::size_t run = first; run < last; ++run) {
+      for (std::size_t i = runs_[run].begin; i < runs_[run].end; ++i) {
+        const auto component = static_cast<std::size_t>(data_.rows[entries_[i].row].component);
+        node->components.push_back(data_.components[component].name);
+      }
+    }
+  }
+
   Report::NodeMap& root_;
   const TData& data_;
-  const KorDMRec::SKorDMSgdRec* sgd_ = nullptr;
-  const KorDMRec::SKorDMFloorRec* floor_ = nullptr;
-  const KorDMRec::SKorDMComponentRec* component_ = nullptr;
-  const KorDMRec::SKorDMSpecRec* spec_ = nullptr;
-  const KorDMRec::SKorDMCategoryRec* category_ = nullptr;
-  const KorDMRec::SKorDMAttrRec* attr_ = nullptr;
-  const KorDMRec::SKorDMSysCodeRec* sysCode_ = nullptr;
-  const TCalItem* calItem_ = nullptr;
-  Report::NodeMap* children_ = nullptr;
-  std::size_t step_ = 0;
-  std::vector<CLookupMemo> memos_;
-  std::unordered_map<std::uint64_t, std::uint32_t> sgdFloorIds_;
-  std::uint64_t lastPair_ = 0;
-  std::uint32_t lastPairId_ = 0;
+  std::vector<SLevel> levels_;
+  std::size_t sysCodeLevel_ = kNoLevel;
+  std::vector<SFoldEntry> entries_;
+  bool isSorted_ = false;
+  std::wstring key_;
+  std::vector<SRun> runs_;
+  CPairNumbers paths_;
+  std::vector<std::vector<SSysCodeStep>> pathSteps_;
   std::vector<std::shared_ptr<const SAttSortKey>> attKeys_;
 };
 

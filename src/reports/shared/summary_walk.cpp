@@ -103,8 +103,8 @@ bool CSummaryWalk::AddSysCode(double& sum, CCellBlock& out, const CReportSysCode
   }
   while (true) {
     SFrame& frame = frames_.back();
-    if (frame.next != frame.node.children.end()) {
-      const IReportDataNode& child = *frame.next++->second;
+    if (frame.next != frame.node.children.InOrder().end()) {
+      const IReportDataNode& child = **frame.next++;
       if (const auto* sysCode = NodeAs<CReportSysCode>(&child)) {
         Enter(*sysCode);
       } else if (const auto* result = NodeAs<CReportResult>(&child)) {

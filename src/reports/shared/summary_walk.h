@@ -68,9 +68,9 @@ class CSummaryWalk {
   // One system code on the way down, its sum so far and the rows of what lies below it.
   struct SFrame {
     SFrame(const CReportSysCode& sysCode, std::size_t firstReference)
-        : node(sysCode), next(sysCode.children.begin()), chainBegin(firstReference) {}
+        : node(sysCode), next(sysCode.children.InOrder().begin()), chainBegin(firstReference) {}
     const CReportSysCode& node;
-    Report::NodeMap::const_iterator next;
+    Report::NodeMap::Nodes::const_iterator next;
     std::size_t chainBegin;  // in references_
     double sum = 0;
     std::set<CSysResultData> blocks;

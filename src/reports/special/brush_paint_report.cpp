@@ -1,7 +1,8 @@
 #include "reports/special/brush_paint_report.h"
 
 #include <array>
-#include <map>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <utility>
@@ -45,38 +46,35 @@ struct SPaint {
   int coats;
 };
 
-// The paints of an attribute line, read once for each attribute and prefix.
-class CPaints {
- public:
-  const std::vector<SPaint>& Of(std::size_t attrIndex, const std::wstring& prefix,
-                                const std::wstring& line) {
-    const auto [at, isNew] = paints_.try_emplace({attrIndex, prefix});
-    if (isNew) {
-      at->second = Read(line);
+// The paints of an attribute line.
+std::vector<SPaint> ReadPaints(const std::wstring& value) {
+  constexpr int kMostCoats = 999;
+  std::vector<SPaint> paints;
+  Report::CellArray items;
+  KorString::Split(value, items, L';');
+  for (const std::wstring& item : items) {
+    Report::CellArray parts;
+    KorString::Split(item, parts, L',');
+    const int coats = parts.size() == 2 ? ReadLeadingInt(parts[1]) : 0;
+    if (coats <= kMostCoats) {
+      paints.push_back({parts.empty() ? std::wstring() : parts[0], coats});
     }
-    return at->second;
   }
-  bool Knows(std::size_t attrIndex, const std::wstring& prefix) const {
-    return paints_.contains({attrIndex, prefix});
-  }
+  return paints;
+}
 
- private:
-  static std::vector<SPaint> Read(const std::wstring& value) {
-    constexpr int kMostCoats = 999;
-    std::vector<SPaint> paints;
-    Report::CellArray items;
-    KorString::Split(value, items, L';');
-    for (const std::wstring& item : items) {
-      Report::CellArray parts;
-      KorString::Split(item, parts, L',');
-      const int coats = parts.size() == 2 ? ReadLeadingInt(parts[1]) : 0;
-      if (coats <= kMostCoats) {
-        paints.push_back({parts.empty() ? std::wstring() : parts[0], coats});
-      }
-    }
-    return paints;
-  }
-  std::map<std::pair<std::size_t, std::wstring>, std::vector<SPaint>> paints_;
+// One coat of one paint.
+struct SCoat {
+  int categorySortId;
+  int number;
+  std::wstring category;
+  std::wstring paint;
+};
+
+// The coats of an attribute in one component kind, one behind the other.
+struct SCoats {
+  std::size_t first = 0;
+  std::size_t count = 0;
 };
 
 }  // namespace
@@ -117,30 +115,44 @@ std::wstring CBrushPaintReport::GetBrushPaintName(const CReportBrushPaint& node)
 void CBrushPaintReport::CreatData() {
   const auto& data = CTallyDataMng::Instance()->GetXhlDetailData();
   CRowFolder fold(root, data);
-  CPaints paints;
+  std::vector<SCoat> groups;
+  StateLevels(fold, [&groups](auto& to, std::size_t group) {
+    const SCoat& coat = groups[group];
+    return CReportDataMethod::GetBrushPaint(to, coat.categorySortId, coat.number, coat.category,
+                                            coat.paint);
+  });
+  CPairNumbers kinds;
+  CPairNumbers kindsWithAttr;
+  std::vector<SCoats> coats;
   for (const auto& row : data.rows) {
-    fold.Begin(row);
-    const auto& specRecord = fold.SpecRecord();
-    const auto& category = fold.CategoryRecord();
-    const std::wstring prefix = GetBrushCategory(specRecord, category, fold.CalItemRecord());
+    const auto of = fold.Records(row);
+    const std::wstring prefix = GetBrushCategory(of.spec, of.category, of.calItem);
     if (prefix.empty()) {
       continue;
     }
-    std::wstring value;
-    if (!paints.Knows(fold.AttrIndex(), prefix)) {
-      ReadParameter(value, fold.AttrRecord(), prefix);
-    }
-    const int sortId =
-        CTallyDataMng::Instance()->GetBigCategorySortId(specRecord.name, category.category);
-    for (const SPaint& paint : paints.Of(fold.AttrIndex(), prefix, value)) {
-      for (int coat = 1; coat <= paint.coats; ++coat) {
-        fold.Again().Spec().Down([&](auto& to) {
-          return CReportDataMethod::GetBrushPaint(to, sortId, coat, category.category, paint.name);
-        });
-        FoldBelowGroup(fold);
+    // Discipline and component kind decide the prefix of all their painted items.
+    const std::uint32_t kind =
+        kinds.Of(static_cast<std::uint32_t>(row.spec), static_cast<std::uint32_t>(row.category));
+    const std::uint32_t number = kindsWithAttr.Of(kind, static_cast<std::uint32_t>(row.attr));
+    if (number == coats.size()) {
+      std::wstring value;
+      ReadParameter(value, of.attr, prefix);
+      const int sortId =
+          CTallyDataMng::Instance()->GetBigCategorySortId(of.spec.name, of.category.category);
+      SCoats& read = coats.emplace_back();
+      read.first = groups.size();
+      for (const SPaint& paint : ReadPaints(value)) {
+        for (int coat = 1; coat <= paint.coats; ++coat) {
+          groups.push_back({sortId, coat, of.category.category, paint.name});
+        }
       }
+      read.count = groups.size() - read.first;
+    }
+    for (std::size_t i = 0; i < coats[number].count; ++i) {
+      fold.Add(row, static_cast<std::uint32_t>(coats[number].first + i));
     }
   }
+  fold.Fold();
 }
 
 void CBrushPaintReport::GetBrushPaintData(Report::CellArray& rows, const std::wstring& requestSpec,

@@ -17,6 +17,7 @@
 #include "reports/shared/level_test.h"
 #include "reports/shared/node_choice.h"
 #include "reports/shared/node_report.h"
+#include "reports/shared/repeated_find.h"
 #include "reports/shared/row_folder.h"
 #include "reports/shared/section_choice.h"
 #include "reports/special/special_row.h"
@@ -53,10 +54,12 @@ class CSpecialReport : public CNodeReport {
  protected:
   explicit CSpecialReport(const SSpecialShape& shape) : shape_(shape) {}
 
-  /// The path below the groups, the same in all three.
-  template <class TData>
-  static void FoldBelowGroup(CRowFolder<TData>& fold) {
-    fold.Floor().SysCode().Category().AttributeByBothTexts().CalItem().ResultDetail();
+  /// States the nesting, the same in all three. `getGroup(children, number)` looks up the node of
+  /// the group that a row is added with.
+  template <class TData, class TGetGroup>
+  static void StateLevels(CRowFolder<TData>& fold, TGetGroup&& getGroup) {
+    fold.Spec().Level({}, [getGroup](auto& to, auto& of) { return getGroup(to, of.group); });
+    fold.Floor().SysCode().Category().AttributeByBothTexts().CalItem();
   }
   /// Stores in `value` what the attribute line that begins with `prefix` holds behind its colon: a
   /// line of the record's `name`, or where none there begins so, of its `value`. Left alone where
@@ -124,15 +127,22 @@ class CSpecialReport : public CNodeReport {
 /// The detail's quantities, each times the number of its components and of floors.
 std::array<double, 4> DetailQuantities(const CReportResultDetail& detail, int floorCount);
 
-/// Adds a detail to the element equal to `row`, which is put in if there is none. Where the
+/// What the details of one item add to.
+template <class TRows>
+struct TOpenSum {
+  SSpecialRow row;
+  TRepeatedFind<TRows> find;
+};
+
+/// Adds a detail to the element equal to the sum's row, which is put in if there is none. Where the
 /// ordering is not consistent, the set may refuse what was not found: the detail is then lost to
 /// this row.
 template <class TRows>
-void SumDetail(TRows& rows, const SSpecialRow& row, const CReportResultDetail& detail,
+void SumDetail(TRows& rows, TOpenSum<TRows>& sum, const CReportResultDetail& detail,
                const std::array<double, 4>& quantities, int floorCount, bool printsReferences) {
-  auto at = rows.find(row);
+  auto at = sum.find(rows, sum.row);
   if (at == rows.end()) {
-    SSpecialRow first = row;
+    SSpecialRow first = sum.row;
     first.Quantity = quantities;
     first.FloorCount = floorCount;
     bool isIn = false;
@@ -190,14 +200,14 @@ void CSpecialReport::CollectItem(TRows& rows, TextPool& texts, sReportData& plac
   }
   // The heads, outermost first, then the attribute's row: each is the one before with more filled.
   constexpr std::size_t kMostSums = 4;
-  std::array<SSpecialRow, kMostSums> sums;
+  std::array<TOpenSum<TRows>, kMostSums> sums;
   std::size_t count = 0;
   std::size_t heads = 0;
   const bool feedsHeads = FeedsHeads(category, item);
   SSpecialRow row;
   const auto addHead = [&] {
     if (feedsHeads) {
-      sums[count++] = row;
+      sums[count++].row = row;
       heads = count;
     }
   };
@@ -220,7 +230,7 @@ void CSpecialReport::CollectItem(TRows& rows, TextPool& texts, sReportData& plac
     row.Attribute = attribute.sortKey.get();
     row.CalItem = &item.name;
     if (shape_.attributeRow.Holds(level)) {
-      sums[count++] = row;
+      sums[count++].row = row;
     }
   }
   const bool hasLoops = isMain && level == LevelLoop;
@@ -242,9 +252,10 @@ void CSpecialReport::CollectItem(TRows& rows, TextPool& texts, sReportData& plac
     }
     if (hasLoops) {
       // Put in as it is: where an equal circuit stands already, this one is dropped.
-      row.LoopNumber = loopNumber++;
-      if (rows.find(row) == rows.end()) {
-        SumDetail(rows, row, detail, quantities, floorCount, true);
+      TOpenSum<TRows> loop{row, {}};
+      loop.row.LoopNumber = loopNumber++;
+      if (loop.find(rows, loop.row) == rows.end()) {
+        SumDetail(rows, loop, detail, quantities, floorCount, true);
       }
     }
   });

@@ -65,6 +65,10 @@ struct SSpecialOrderRule {
   ELoopOrder loops;
 };
 
+/// Equal texts, often one object.
+inline bool IsSameText(const std::wstring* a, const std::wstring* b) {
+  return a == b || *a == *b;
+}
 int CompareTexts(const std::wstring& a, const std::wstring& b, ETextOrder order);
 /// Below zero when a's circuit goes first: by component kind, then by name.
 int CompareLoops(const SSpecialRow& a, const SSpecialRow& b, ELoopOrder order);
@@ -78,7 +82,7 @@ struct TSpecialOrder {
       return a.FloorSortId < b.FloorSortId;
     }
     if constexpr (kRule.comparesSysCodeTexts) {
-      if (*a.SysCode != *b.SysCode) {
+      if (!IsSameText(a.SysCode, b.SysCode)) {
         return a.SysCodeSortId < b.SysCodeSortId;
       }
     } else if (a.SysCodeSortId != b.SysCodeSortId) {
@@ -103,7 +107,7 @@ struct TSpecialOrder {
     if (a.IsMainItem != b.IsMainItem) {
       return a.IsMainItem;
     }
-    if (*a.CalItem != *b.CalItem) {
+    if (!IsSameText(a.CalItem, b.CalItem)) {
       return CompareTexts(*a.CalItem, *b.CalItem, kRule.calItem) < 0;
     }
     return CompareTexts(*a.Unit, *b.Unit, kRule.unit) < 0;

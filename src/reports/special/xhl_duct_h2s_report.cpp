@@ -1,6 +1,9 @@
 #include "reports/special/xhl_duct_h2s_report.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -35,15 +38,15 @@ bool IsSleeve(const KorDMRec::SKorDMSpecRec& spec, const KorDMRec::SKorDMCategor
 }
 
 struct SPlate {
+  std::wstring type;
   std::wstring material;
   std::wstring thickness;
 };
 
-// Material and thickness of each attribute, read once: a sleeve has lines of its own, and keeps
-// what the duct's lines say where it lacks them.
+// The plates of one attribute, read once.
 struct SPlates {
-  std::optional<SPlate> duct;
-  std::optional<SPlate> sleeve;
+  std::optional<std::uint32_t> duct;
+  std::optional<std::uint32_t> sleeve;
 };
 
 }  // namespace
@@ -64,30 +67,38 @@ bool CXhlDuctH2SReport::CheckDuctHData(const KorDMRec::SKorDMSpecRec& spec,
 void CXhlDuctH2SReport::CreatData() {
   const auto& data = CTallyDataMng::Instance()->GetXhlDetailData();
   CRowFolder fold(root, data);
+  std::vector<SPlate> groups;
+  StateLevels(fold, [&groups](auto& to, std::size_t group) {
+    const SPlate& plate = groups[group];
+    return CReportDataMethod::GetDuctHType(to, plate.type, plate.material, plate.thickness);
+  });
+  const auto readPlate = [](const KorDMRec::SKorDMAttrRec& attr, bool isSleeve) {
+    SPlate plate{isSleeve ? L"风管套管" : L"风管", {}, {}};
+    ReadParameter(plate.material, attr, L"风管材质:");
+    ReadParameter(plate.thickness, attr, L"风管壁厚H(mm):");
+    // A sleeve has lines of its own, and keeps what the duct's lines say where it lacks them.
+    if (isSleeve) {
+      ReadParameter(plate.material, attr, L"套管材质:");
+      ReadParameter(plate.thickness, attr, L"板材厚度:");
+    }
+    return plate;
+  };
   std::vector<SPlates> plates(data.attrs.size());
   for (const auto& row : data.rows) {
-    fold.Begin(row);
-    if (!CheckDuctHData(fold.SpecRecord(), fold.CategoryRecord(), fold.CalItemRecord())) {
+    const auto of = fold.Records(row);
+    if (!CheckDuctHData(of.spec, of.category, of.calItem)) {
       continue;
     }
-    const bool isSleeve = IsSleeve(fold.SpecRecord(), fold.CategoryRecord());
-    SPlates& read = plates[fold.AttrIndex()];
-    std::optional<SPlate>& plate = isSleeve ? read.sleeve : read.duct;
+    const bool isSleeve = IsSleeve(of.spec, of.category);
+    SPlates& read = plates[static_cast<std::size_t>(row.attr)];
+    std::optional<std::uint32_t>& plate = isSleeve ? read.sleeve : read.duct;
     if (!plate) {
-      plate.emplace();
-      ReadParameter(plate->material, fold.AttrRecord(), L"风管材质:");
-      ReadParameter(plate->thickness, fold.AttrRecord(), L"风管壁厚H(mm):");
-      if (isSleeve) {
-        ReadParameter(plate->material, fold.AttrRecord(), L"套管材质:");
-        ReadParameter(plate->thickness, fold.AttrRecord(), L"板材厚度:");
-      }
+      plate = static_cast<std::uint32_t>(groups.size());
+      groups.push_back(readPlate(of.attr, isSleeve));
     }
-    fold.Spec().Down([&](auto& to) {
-      return CReportDataMethod::GetDuctHType(to, isSleeve ? L"风管套管" : L"风管", plate->material,
-                                             plate->thickness);
-    });
-    FoldBelowGroup(fold);
+    fold.Add(row, *plate);
   }
+  fold.Fold();
 }
 
 void CXhlDuctH2SReport::GetDuctHData(Report::CellArray& rows, const std::wstring& requestSpec,
@@ -118,8 +129,9 @@ bool CXhlDuctH2SReport::FeedsHeads(const CReportCategory& /*category*/,
   return true;
 }
 
-bool CXhlDuctH2SReport::PrintsHeads(const CReportCalItem& /*item*/, bool isMain) const {
-  return isMain;
+// Those of other items are not printed, but may be equal to one that is and go into it.
+bool CXhlDuctH2SReport::PrintsHeads(const CReportCalItem& /*item*/, bool /*isMain*/) const {
+  return true;
 }
 
 bool CXhlDuctH2SReport::SortsAscending(const CReportCategory& /*category*/) const {

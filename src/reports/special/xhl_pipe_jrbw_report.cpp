@@ -1,6 +1,8 @@
 #include "reports/special/xhl_pipe_jrbw_report.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -71,8 +73,10 @@ struct SJRBWLineData : SRowBlock {
 };
 
 struct SInsulation {
+  std::wstring type;
   std::wstring material;
   std::wstring thickness;
+  bool isThere = false;
 };
 
 std::wstring InsulatedType(const KorDMRec::SKorDMCategoryRec& category) {
@@ -186,33 +190,36 @@ bool CXhlPipeJRBWReport::CheckIsOk(const std::set<std::wstring>& filter) {
 void CXhlPipeJRBWReport::CreatData() {
   const auto& data = CTallyDataMng::Instance()->GetXhlDetailData();
   CRowFolder fold(root, data);
-  std::vector<std::optional<SInsulation>> insulations(data.attrs.size());
+  std::vector<SInsulation> groups;
+  StateLevels(fold, [&groups](auto& to, std::size_t group) {
+    const SInsulation& insulation = groups[group];
+    return CReportDataMethod::GetPipeJRBW(to, insulation.type, insulation.material,
+                                          insulation.thickness);
+  });
+  CPairNumbers kinds;
   for (const auto& row : data.rows) {
     if (!fold.HasRecords(row)) {
       continue;
     }
-    fold.Begin(row);
-    const auto& category = fold.CategoryRecord();
-    if (!CheckIsNeedData(fold.SpecRecord().name, category.category, category.kind,
-                         fold.CalItemRecord().name)) {
+    const auto of = fold.Records(row);
+    if (!CheckIsNeedData(of.spec.name, of.category.category, of.category.kind, of.calItem.name)) {
       continue;
     }
-    std::optional<SInsulation>& insulation = insulations[fold.AttrIndex()];
-    if (!insulation) {
-      insulation.emplace();
-      ReadParameter(insulation->material, fold.AttrRecord(), L"保温材料");
-      ReadParameter(insulation->thickness, fold.AttrRecord(), L"保温厚度");
+    const std::uint32_t group =
+        kinds.Of(static_cast<std::uint32_t>(row.category), static_cast<std::uint32_t>(row.attr));
+    if (group == groups.size()) {
+      SInsulation& insulation = groups.emplace_back();
+      insulation.type = InsulatedType(of.category);
+      ReadParameter(insulation.material, of.attr, L"保温材料");
+      ReadParameter(insulation.thickness, of.attr, L"保温厚度");
+      // An empty thickness reads as 0: no insulation.
+      insulation.isThere = ReadLeadingNumber(insulation.thickness) != 0.0;
     }
-    // An empty thickness reads as 0: no insulation.
-    if (ReadLeadingNumber(insulation->thickness) == 0.0) {
-      continue;
+    if (groups[group].isThere) {
+      fold.Add(row, group);
     }
-    fold.Spec().Down([&](auto& to) {
-      return CReportDataMethod::GetPipeJRBW(to, InsulatedType(category), insulation->material,
-                                            insulation->thickness);
-    });
-    FoldBelowGroup(fold);
   }
+  fold.Fold();
 }
 
 void CXhlPipeJRBWReport::GetPipeJRBWData(Report::CellArray& rows, const std::wstring& requestSpec,

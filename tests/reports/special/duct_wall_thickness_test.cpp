@@ -536,6 +536,18 @@ TEST_F(DuctWallThickness, AttributesWithoutANameHaveNoRows) {
                                 "@S|A\\*A|c1$$|m2|1|0|0|0"}));
 }
 
+// Two codes without a number are equal whatever follows, so that all of the second one, its own row
+// and that of its attribute, goes into the row of the first.
+TEST_F(DuctWallThickness, CodesWithoutANumberOfBothItemsShareARowWithTheirReferences) {
+  Open(Of({InCode(Made(Area(2), L"c1"), L"X"), InCode(Made(Length(3), L"c2"), L"Y")}));
+  EXPECT_EQ(DuctRows(3), (Lines{
+                             kDuctHead + "m2|2|0|0|0",
+                             "@F|1|1|c1$$|m2|2|0|0|0",
+                             "@S|X|c1$$c2$$c2$$|m2|8|0|0|0",
+                             "@CI|" + kDuctText + "|展开面积|c1$$|m2|2|0|0|0",
+                         }));
+}
+
 TEST_F(DuctWallThickness, CircuitsCountFromOneInEachItemAndEqualOnesAreDropped) {
   Open(Of({Made(Item(L"展开面积", L"m", 1), L"c1"), Made(Item(L"展开面积", L"m", 2), L"c2"),
            Made(Item(L"展开面积", L"km", 5), L"c3")}));

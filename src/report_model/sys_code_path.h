@@ -1,0 +1,24 @@
+// A system code taken apart.
+#ifndef TALLY_REPORT_MODEL_SYS_CODE_PATH_H_
+#define TALLY_REPORT_MODEL_SYS_CODE_PATH_H_
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// One level of a system code: what its node holds.
+struct SSysCodeStep {
+  /// Looks the sort number and the remark up, as CReportSysCode tells.
+  SSysCodeStep(const std::wstring& spec, std::wstring levelName, std::wstring levelPath);
+
+  std::wstring name;
+  std::wstring fullName;
+  int sortId;
+  std::wstring_view remark;  ///< belongs to the store
+};
+
+/// The levels of a system code as CReportDataMethod::GetSysCodeName completes it, the first ahead;
+/// none for an empty path.
+std::vector<SSysCodeStep> ReadSysCodePath(const std::wstring& spec, const std::wstring& path);
+
+#endif  // TALLY_REPORT_MODEL_SYS_CODE_PATH_H_
