@@ -23,6 +23,7 @@ struct SModelledReport {
   /// The model's cells for each of the requests. Throws std::out_of_range where the fold fails.
   std::vector<Texts> (*modelRows)(const SModelProject& project,
                                   const std::vector<SModelRequest>& requests);
+  SModelProject (*makeProject)(std::uint64_t seed) = MakeRandomProject;
 };
 
 /// modelRows of a model that folds a project as it is made and answers the rows of one request

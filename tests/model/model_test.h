@@ -33,7 +33,7 @@ class ModelTest : public tally_test::TallyTest {
   /// difference.
   void ExpectSameRows(const SModelledReport& report) {
     for (const std::uint64_t seed : ModelSeeds(kProjects)) {
-      const SModelProject project = MakeRandomProject(seed);
+      const SModelProject project = report.makeProject(seed);
       OpenModelProject(project);
       const std::vector<SModelRequest> requests = ModelRequests(project, report.type);
       const std::optional<std::vector<Texts>> model = ModelCells(report, project, requests);
@@ -56,7 +56,7 @@ class ModelTest : public tally_test::TallyTest {
     int answered = 0;
     std::set<std::wstring> markers;
     for (int seed = 1; seed <= kTellingProjects; ++seed) {
-      const SModelProject project = MakeRandomProject(static_cast<std::uint64_t>(seed));
+      const SModelProject project = report.makeProject(static_cast<std::uint64_t>(seed));
       const std::vector<SModelRequest> asked = ModelRequests(project, report.type);
       requests += static_cast<int>(asked.size());
       for (const Texts& cells : ModelCells(report, project, asked).value_or(std::vector<Texts>())) {
