@@ -47,8 +47,8 @@ class CCsvExporter final : public CLinesExporter {
   void WriteValue(std::wstring_view text) override;
 };
 
-/// UTF-8 lines of values parted by tabs; in a value a tab, a line feed and a backslash are written as
-/// the two characters that C has for them.
+/// UTF-8 lines of values parted by tabs; in a value a tab, a line feed and a backslash are written
+/// as the two characters that C has for them.
 class CTsvExporter final : public CLinesExporter {
  public:
   CTsvExporter(const SExportHead&, const SExportOptions& options, COutput& output)
