@@ -32,6 +32,10 @@ NodeMap::const_iterator NodeMap::find(const CNodeKey& key) const {
   return at != end() && at.Node()->GetFiledKey().Compare(key) == 0 ? at : end();
 }
 
+void NodeMap::reserve(std::size_t size) {
+  nodes_.reserve(size);
+}
+
 void NodeMap::insert(const_iterator place, std::unique_ptr<IReportDataNode>&& node) {
   nodes_.insert(place.at_, std::move(node));
 }

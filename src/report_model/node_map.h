@@ -67,7 +67,7 @@ class NodeMap {
   /// Files a node at `place`. REQUIRES: lower_bound of its key answers `place`, and that place does
   /// not hold the key.
   void insert(const_iterator place, std::unique_ptr<IReportDataNode>&& node);
-  void reserve(std::size_t size) { nodes_.reserve(size); }
+  void reserve(std::size_t size);
   /// How many nodes there are, with all that lies below them.
   std::size_t CountAll() const;
   /// Frees the nodes and all that lies below them, however deep.
