@@ -293,8 +293,8 @@ void CCommandLine::FailOfWord(const std::string& word) const {
                           name.starts_with('-') ? Suggestion(name, OptionNames(*command_)) : ""));
 }
 
-// In the order that the parser wants: from the last to the first. "--spec=" becomes two words, as
-// the parser would take the next word for the value that is empty.
+// In the order that the parser wants: from the last to the first. "--spec=" and "-o=x" become two
+// words: the parser would take the next word for the value that is empty, and "=x" for the other.
 std::vector<std::string> CCommandLine::ParserWords(const std::vector<std::string>& words) const {
   std::vector<std::string> parserWords;
   bool isValue = false;
@@ -312,9 +312,10 @@ std::vector<std::string> CCommandLine::ParserWords(const std::vector<std::string
     if (option != nullptr && !TakesValue(*option) && sign != std::string::npos) {
       throw CHostError(Joined(word.substr(0, sign), ": takes no value", SeeHelp(*command_)));
     }
-    if (option != nullptr && sign == word.size() - 1) {
+    const bool isShort = !word.starts_with("--");
+    if (option != nullptr && sign != std::string::npos && (isShort || sign == word.size() - 1)) {
       parserWords.push_back(word.substr(0, sign));
-      parserWords.emplace_back();
+      parserWords.push_back(word.substr(sign + 1));
     } else {
       parserWords.push_back(word);
     }
@@ -329,7 +330,9 @@ void CCommandLine::Parse(const std::vector<std::string>& words) {
   } catch (const CLI::Success&) {
     throw;
   } catch (const CLI::ExtrasError&) {
-    FailOfWord(app_.remaining(true).front());
+    std::vector<std::string> left = app_.remaining(true);
+    std::erase(left, "--");
+    FailOfWord(left.empty() ? "--" : left.front());
   } catch (const CLI::ArgumentMismatch& error) {
     const std::string_view text = error.what();
     throw CHostError(
@@ -356,7 +359,7 @@ Arguments CCommandLine::ReadReport() {
     throw CHostError("--report is required; see 'tally report --help'");
   }
   if (reportArguments_.all && out_.value_or("").empty()) {
-    throw CHostError("--all: the folder is missing; name it with -o");
+    throw CHostError("--all: the file or folder to write is missing; name it with -o");
   }
   if (out_ == "") {
     throw CHostError("--output: '' is not a file name");

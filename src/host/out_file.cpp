@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-void CheckName(const std::string& name, const std::string& project) {
+void CheckName(const std::string& name, const std::vector<std::string>& inputs) {
   std::error_code ignored;
   const fs::path path = PathFromUtf8(name);
   if (fs::is_directory(path, ignored)) {
@@ -21,8 +21,10 @@ void CheckName(const std::string& name, const std::string& project) {
   if (!folder.empty() && !fs::is_directory(folder, ignored)) {
     throw CHostError(Joined("--output: the folder of '", name, "' does not exist"));
   }
-  if (fs::equivalent(path, PathFromUtf8(project), ignored)) {
-    throw CHostError(Joined("--output: '", name, "' is the project itself"));
+  for (const std::string& input : inputs) {
+    if (fs::equivalent(path, PathFromUtf8(input), ignored)) {
+      throw CHostError(Joined("--output: '", name, "' is what the report is made of"));
+    }
   }
 }
 
@@ -43,12 +45,12 @@ std::string Utf8FromPath(const fs::path& path) {
   return std::string(utf8.begin(), utf8.end());
 }
 
-COutFile::COutFile(const std::string& name, const std::string& project)
+COutFile::COutFile(const std::string& name, const std::vector<std::string>& inputs)
     : name_(name),
       replacement_(PathFromUtf8(name), calls_),
       device_(nullptr, std::fclose),
       output_([this](std::string_view bytes) { Write(bytes); }) {
-  CheckName(name, project);
+  CheckName(name, inputs);
   std::error_code ignored;
   if (!fs::is_other(PathFromUtf8(name), ignored)) {
     Require(name_, replacement_.Begin());

@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "host/output.h"
 #include "platform/portable/file_calls.h"
@@ -19,9 +20,9 @@ std::string Utf8FromPath(const std::filesystem::path& path);
 /// is.
 class COutFile {
  public:
-  /// `name` and `project` are UTF-8; the project's own file is refused. Throws CHostError for what
-  /// cannot be written to; messages call the file by its name.
-  COutFile(const std::string& name, const std::string& project);
+  /// `name` and `inputs` are UTF-8; the files that the command reads are refused. Throws CHostError
+  /// for what cannot be written to; messages call the file by its name.
+  COutFile(const std::string& name, const std::vector<std::string>& inputs);
   COutFile(const COutFile&) = delete;
   COutFile& operator=(const COutFile&) = delete;
 

@@ -265,7 +265,11 @@ std::vector<std::wstring> CReportChoices::Specs(const COpenProject& project,
   const std::vector<std::wstring> all = SpecsOf(project, report);
   const Texts names = Utf8Texts(all);
   RequireSpecs(arguments_.specs, names, Joined(report.name, " of '", arguments_.file, "'"));
-  std::vector<std::wstring> chosen = arguments_.specs.empty() ? all : WideTexts(arguments_.specs);
+  Texts wanted;
+  for (const std::string& spec : arguments_.specs) {
+    AddOnce(wanted, spec);
+  }
+  std::vector<std::wstring> chosen = wanted.empty() ? all : WideTexts(wanted);
   if (!Format().holdsManySpecs && chosen.size() > 1) {
     throw CHostError(Joined("--format: ", Format().name,
                             " are those of one discipline; choose it with --spec out of ",
@@ -313,10 +317,13 @@ void CReportChoices::SetState() const {
 
 std::vector<std::pair<std::string, std::string>> CReportChoices::CommonTexts() const {
   std::vector<std::pair<std::string, std::string>> texts;
-  if (const std::vector<std::wstring> sections = Sections(); !sections.empty()) {
+  // The shown sections count only where one of the switches asks for them.
+  const bool isBySection = arguments_.bySection || CReportStatusMng::Instance()->GetIsBySgd();
+  const std::vector<std::wstring> sections = Sections();
+  if (isBySection && !sections.empty()) {
     texts.emplace_back("施工段", Utf8List(sections));
   }
-  texts.emplace_back("按施工段统计", arguments_.bySection ? "是" : "否");
+  texts.emplace_back("按施工段分列", arguments_.bySection ? "是" : "否");
   texts.emplace_back("计算书按类型划分",
                      CReportStatusMng::Instance()->GetIsDividedNode() ? "是" : "否");
   texts.emplace_back("管径排序",

@@ -49,6 +49,14 @@ std::string ChangeTime(const fs::path& file) {
   return text;
 }
 
+std::vector<std::string> Inputs(const SReportArguments& arguments) {
+  std::vector<std::string> files = {arguments.file};
+  if (arguments.status.has_value()) {
+    files.push_back(*arguments.status);
+  }
+  return files;
+}
+
 /// One run of the command.
 class CReportRun {
  public:
@@ -196,7 +204,7 @@ void CReportRun::ForEachTable(TWrite write) {
 }
 
 void CReportRun::WriteDocument() {
-  COutFile out(arguments_.out, arguments_.file);
+  COutFile out(arguments_.out, Inputs(arguments_));
   const std::unique_ptr<IExporter> exporter = MakeExporter(out.Output());
   ForEachTable([&](const SCatalogReport& report, const std::wstring& spec, const std::string&) {
     WriteSpec(report, spec, *exporter);
@@ -207,10 +215,12 @@ void CReportRun::WriteDocument() {
 
 void CReportRun::MakeFolder() const {
   std::error_code error;
+  std::error_code ignored;
   const fs::path folder = PathFromUtf8(arguments_.out);
   fs::create_directories(folder, error);
-  if (!fs::is_directory(folder, error)) {
-    throw CHostError(Joined("--output: cannot make the folder '", arguments_.out, "'"));
+  if (!fs::is_directory(folder, ignored)) {
+    throw CHostError(Joined("--output: cannot make the folder '", arguments_.out, "'",
+                            error ? ": " : "", error ? error.message() : ""));
   }
 }
 
@@ -219,7 +229,7 @@ void CReportRun::WriteFolder() {
   ForEachTable(
       [&](const SCatalogReport& report, const std::wstring& spec, const std::string& name) {
         const fs::path file = PathFromUtf8(arguments_.out) / PathFromUtf8(name);
-        COutFile out(Utf8FromPath(file), arguments_.file);
+        COutFile out(Utf8FromPath(file), Inputs(arguments_));
         const std::unique_ptr<IExporter> exporter = MakeExporter(out.Output());
         WriteSpec(report, spec, *exporter);
         End(*exporter, out.Output());
@@ -253,7 +263,7 @@ void RunReport(const SReportArguments& arguments, COutput& standardOutput) {
     run.WriteReport(standardOutput);
     return;
   }
-  COutFile out(arguments.out, arguments.file);
+  COutFile out(arguments.out, Inputs(arguments));
   run.WriteReport(out.Output());
   out.Commit();
 }

@@ -11,7 +11,7 @@
 /// What the command line asks for; all texts are UTF-8 and not yet checked.
 struct SReportArguments {
   std::string file;
-  bool all = false;                    ///< every report, into the folder `out`
+  bool all = false;                    ///< every report, into `out`
   std::string report;                  ///< name, display name or number
   std::optional<std::string> variant;  ///< name or number
   std::vector<std::string> specs;      ///< empty: every discipline of the report
@@ -29,7 +29,7 @@ struct SReportArguments {
   std::string format = "table";        ///< the name of a format
   bool csvSafe = false;                ///< csv and tsv: no text that a spreadsheet takes to compute
   bool stats = false;                  ///< phase times and sizes to standard error
-  std::string out;                     ///< a file or, with `all`, a folder; empty: standard output
+  std::string out;  ///< a file or, with `all` in most formats, a folder; empty: standard output
 };
 
 /// Prints to `standardOutput`, or to the file or folder that the arguments name. Throws CHostError.

@@ -108,6 +108,12 @@ void* operator new(std::size_t size) {
 void* operator new[](std::size_t size) {
   return AllocateOrThrow(size);
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  return Allocate(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  return Allocate(size);
+}
 void operator delete(void* block) noexcept {
   Free(block);
 }

@@ -130,8 +130,9 @@ TEST_F(AllReports, OfAnEmptyProjectAreAnEmptyFolder) {
 
 TEST_F(AllReports, ExplainWrongOptions) {
   const std::string help = "; see 'tally report --help'";
-  ExpectFault({"--all"}, "--all: the folder is missing; name it with -o");
-  ExpectFault({"--all", "--output="}, "--all: the folder is missing; name it with -o");
+  ExpectFault({"--all"}, "--all: the file or folder to write is missing; name it with -o");
+  ExpectFault({"--all", "--output="},
+              "--all: the file or folder to write is missing; name it with -o");
   ExpectFault({"--all", "-o", Out(), "--report", "1"}, "--report excludes --all" + help);
   ExpectFault({"--all", "-o", Out(), "--variant", "floor"}, "--variant excludes --all" + help);
   ExpectFault({"--all", "-o", Out(), "--level", "2"}, "--level excludes --all" + help);
@@ -143,7 +144,8 @@ TEST_F(AllReports, ExplainWrongOptions) {
       {"--all", "-o", Out(), "--spec", "x"},
       "--spec: no discipline 'x' in any report of '" + Project() + "'; there is 给排水, 电气");
   EXPECT_FALSE(std::filesystem::exists(Out()));
-  ExpectFault({"--all", "-o", Project()}, "--output: cannot make the folder '" + Project() + "'");
+  ExpectFault({"--all", "-o", Project()},
+              "--output: cannot make the folder '" + Project() + "': Not a directory");
   std::filesystem::create_directories(Out() + "/consumption-summary_电气.txt");
   ExpectFault({"--all", "-o", Out()},
               "--output: '" + Out() + "/consumption-summary_电气.txt' is a folder");

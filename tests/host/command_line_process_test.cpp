@@ -238,9 +238,10 @@ TEST_F(CommandLineProcess, AsksForWhatACommandRequires) {
   }
   ExpectFault({"tree", "file"}, "TREE is required" + SeeHelp("tree"));
   ExpectFault({"report", "file"}, "--report is required" + SeeHelp("report"));
-  ExpectFault({"report", "file", "--all"}, "--all: the folder is missing; name it with -o");
+  ExpectFault({"report", "file", "--all"},
+              "--all: the file or folder to write is missing; name it with -o");
   ExpectFault({"report", "file", "--all", "-o", ""},
-              "--all: the folder is missing; name it with -o");
+              "--all: the file or folder to write is missing; name it with -o");
   ExpectFault({"report", "file", "--report", "1", "--output="}, "--output: '' is not a file name");
 }
 

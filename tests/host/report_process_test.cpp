@@ -243,10 +243,29 @@ TEST_F(ReportProcess, LeavesTheOldFileWhereTheReportFails) {
 TEST_F(ReportProcess, RefusesFilesThatItCannotWrite) {
   ExpectFault({"-o", folder_.Path().string()},
               "--output: '" + folder_.Path().string() + "' is a folder");
-  ExpectFault({"-o", Project()}, "--output: '" + Project() + "' is the project itself");
+  ExpectFault({"-o", Project()}, "--output: '" + Project() + "' is what the report is made of");
   const std::string lost = (folder_ / "no/out.txt").string();
   ExpectFault({"-o", lost}, "--output: the folder of '" + lost + "' does not exist");
   ExpectFault({"-o", "/dev/full"}, "cannot write to '/dev/full': No space left on device");
+}
+
+TEST_F(ReportProcess, DoesNotReplaceItsStatusFile) {
+  const std::string status = (folder_ / "status.xml").string();
+  const std::string text = "<报表状态数据 Version=\"16.2.0\"/>";
+  tally_test::WriteBytes(status, text);
+  ExpectFault({"--status", status, "-o", status},
+              "--output: '" + status + "' is what the report is made of");
+  EXPECT_EQ(tally_test::ReadBytes(status), text);
+}
+
+TEST_F(ReportProcess, TakesAShortOptionsValueBehindTheSign) {
+  const std::string out = (folder_ / "out.txt").string();
+  EXPECT_EQ(Run({"-o=" + out}).exitStatus, 0);
+  EXPECT_EQ(tally_test::ReadBytes(out), kTable);
+}
+
+TEST_F(ReportProcess, PrintsARepeatedDisciplineOnce) {
+  EXPECT_EQ(Run({"--spec", "给排水", "--spec", "电气", "--spec", "给排水"}).output, kTable);
 }
 
 TEST_F(ReportProcess, FailsWhereTheOutputTakesNoMore) {
