@@ -16,7 +16,7 @@ CTempFile::CTempFile() {
   if (error) {
     throw CHostError(Joined("no folder for temporary files, see TMPDIR: ", error.message()));
   }
-  std::string name = (folder / "tally-XXXXXX").string();
+  std::string name = (folder / "tally-").string() + std::string(6, 'X');  // mkstemp's to fill in
   const int descriptor = mkstemp(name.data());
   if (descriptor < 0) {
     throw CHostError(Joined("cannot make a temporary file in '", folder.string(),

@@ -77,23 +77,23 @@ TEST(JsonExporter, NamesVariantsAndTheTypesOfColumns) {
   EXPECT_EQ(report["variant"], "member");
   std::string types;
   for (const nlohmann::json& column : report["columns"]) {
-    types += column["id"].get<std::string>() + " " + column["type"].get<std::string>() +
+    types += column["id"].get<std::string>() + ": " + column["type"].get<std::string>() +
              (column["shown"].get<bool>() ? "\n" : " hidden\n");
   }
   EXPECT_EQ(types,
-            "section text\n"
-            "type text\n"
-            "category text\n"
-            "specification text\n"
-            "attributes text\n"
-            "item text\n"
-            "unit unit\n"
-            "formula formula\n"
-            "components references hidden\n"
-            "quantity-1 quantity\n"
-            "quantity-2 quantity\n"
-            "quantity-3 quantity\n"
-            "quantity-4 quantity\n");
+            "section: text\n"
+            "type: text\n"
+            "category: text\n"
+            "specification: text\n"
+            "attributes: text\n"
+            "item: text\n"
+            "unit: unit\n"
+            "formula: formula\n"
+            "components: references hidden\n"
+            "quantity-1: quantity\n"
+            "quantity-2: quantity\n"
+            "quantity-3: quantity\n"
+            "quantity-4: quantity\n");
 }
 
 TEST(JsonExporter, WritesQuantitiesAsNumbersWhereJsonHasThem) {

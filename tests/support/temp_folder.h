@@ -18,7 +18,8 @@ namespace tally_test {
 class CTempFolder {
  public:
   CTempFolder() {
-    std::string name = (std::filesystem::temp_directory_path() / "tally_test_XXXXXX").string();
+    std::string name = (std::filesystem::temp_directory_path() / "tally_test_").string() +
+                       std::string(6, 'X');  // mkdtemp's to fill in
     if (mkdtemp(name.data()) == nullptr) {
       throw std::runtime_error("no temporary folder");
     }
