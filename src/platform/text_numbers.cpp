@@ -1,5 +1,7 @@
 #include "platform/text_numbers.h"
 
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstddef>
@@ -118,12 +120,63 @@ double ReadNumber(std::basic_string_view<TChar> text) {
   return negative ? -value : value;
 }
 
-template <class... TFormat>
-void AppendConverted(std::wstring& text, double value, TFormat... format) {
+// Widens what std::to_chars prints.
+template <class TNumber, class... TFormat>
+void AppendConverted(std::wstring& text, TNumber value, TFormat... format) {
   char buffer[kNumberBuffer];
   const auto [end, fault] = std::to_chars(buffer, buffer + kNumberBuffer, value, format...);
   static_cast<void>(fault);
-  text.append(buffer, end);
+  wchar_t wide[kNumberBuffer];
+  text.append(wide, std::copy(buffer, end, wide));
+}
+
+// Appends the six digits of most quantities, which one multiplication brings before the point.
+// False where that does not settle how the sixth is rounded, or the number is of another size.
+bool AppendSixDigits(std::wstring& text, double value) {
+  constexpr std::array kScales{1.0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9};
+  constexpr std::array kLowest{1e5, 1e4, 1e3, 1e2, 1e1, 1.0, 1e-1, 1e-2, 1e-3, 1e-4};
+  constexpr double kHighest = 999999;
+  const double size = std::abs(value);
+  if (!(size >= kLowest.back() && size < kHighest)) {
+    return false;
+  }
+  std::size_t places = 0;
+  while (size < kLowest[places]) {
+    ++places;
+  }
+  const double scaled = size * kScales[places];
+  auto number = static_cast<std::uint32_t>(scaled);
+  const double rest = scaled - static_cast<double>(number);
+  // The product is within 1e-9 of the exact one.
+  constexpr double kUnsure = 1e-6;
+  if (std::abs(rest - 0.5) < kUnsure) {
+    return false;
+  }
+  number += rest > 0.5 ? 1 : 0;
+  for (; places > 0 && number % 10 == 0; --places) {
+    number /= 10;
+  }
+  wchar_t buffer[kNumberBuffer];
+  wchar_t* const end = buffer + kNumberBuffer;
+  wchar_t* at = end;
+  const auto putDigit = [&at, &number] {
+    *--at = static_cast<wchar_t>(L'0' + number % 10);
+    number /= 10;
+  };
+  if (places > 0) {
+    for (; places > 0; --places) {
+      putDigit();
+    }
+    *--at = L'.';
+  }
+  do {
+    putDigit();
+  } while (number > 0);
+  if (value < 0) {
+    *--at = L'-';
+  }
+  text.append(at, end);
+  return true;
 }
 
 }  // namespace
@@ -164,14 +217,13 @@ void AppendNumber(std::wstring& text, double value) {
     text += L"nan";
     return;
   }
-  AppendConverted(text, value, std::chars_format::general, 6);
+  if (!AppendSixDigits(text, value)) {
+    AppendConverted(text, value, std::chars_format::general, 6);
+  }
 }
 
 void AppendInt(std::wstring& text, int value) {
-  char buffer[kNumberBuffer];
-  const auto [end, fault] = std::to_chars(buffer, buffer + kNumberBuffer, value);
-  static_cast<void>(fault);
-  text.append(buffer, end);
+  AppendConverted(text, value);
 }
 
 std::wstring NumberText(double value) {

@@ -169,6 +169,41 @@ TEST(AppendNumber, PrintsAsPrintfDoesNearTheSixthDigit) {
   }
 }
 
+TEST(AppendNumber, PrintsAsPrintfDoesWhereQuantitiesLie) {
+  std::mt19937_64 random(13);
+  std::uniform_real_distribution<double> exponent(-5, 7);
+  for (int i = 0; i < 200000; ++i) {
+    const double value = std::pow(10, exponent(random));
+    EXPECT_EQ(NumberText(value), PrintfText(value)) << value;
+    EXPECT_EQ(NumberText(-value), PrintfText(-value)) << value;
+  }
+}
+
+TEST(AppendNumber, RoundsAsPrintfDoesBesideTheMiddleOfTwoDigits) {
+  std::mt19937_64 random(17);
+  std::uniform_int_distribution<int> digits(100000, 999999);
+  for (const double scale : {1e-9, 1e-7, 1e-4, 1e-2, 1.0, 1e2, 1e4}) {
+    for (int i = 0; i < 3000; ++i) {
+      const double middle = (digits(random) + 0.5) * scale;
+      for (const double value :
+           {middle, std::nextafter(middle, 0.0), std::nextafter(middle, kInfinity),
+            middle * (1 + 1e-12), middle * (1 - 1e-12), middle * (1 + 4e-12)}) {
+        EXPECT_EQ(NumberText(value), PrintfText(value)) << value;
+      }
+    }
+  }
+}
+
+TEST(AppendNumber, PrintsAsPrintfDoesAtEachPowerOfTen) {
+  for (int exponent = -8; exponent <= 9; ++exponent) {
+    const double power = std::pow(10, exponent);
+    for (const double value : {power, std::nextafter(power, 0.0), std::nextafter(power, kInfinity),
+                               power * 0.9999995, power * 0.99999949, power * 0.9999996}) {
+      EXPECT_EQ(NumberText(value), PrintfText(value)) << value;
+    }
+  }
+}
+
 TEST(AppendNumber, PrintsNoNumberWithoutASign) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   EXPECT_EQ(NumberText(nan), L"nan");
