@@ -83,22 +83,28 @@ class CReportDataMethod {
                                     const KorDMRec::SKorDMFloorRec& floor,
                                     const KorDMRec::SKorDMPjCalItemRec& item,
                                     const KorDMRec::SKorDMComponentRec& component);
+  /// Where a result is looked for.
+  enum class EResultPlace {
+    Anywhere,
+    BehindAll,  ///< it is new, and its key stands behind those of all children: no look-up
+  };
   /// The same three without a component: the caller adds them.
   static CReportResult* GetResult(Report::NodeMap& children, const std::wstring& sgdName,
                                   const KorDMRec::SKorDMFloorRec& floor,
-                                  const KorDMRec::SKorDMCalItemRec& item);
+                                  const KorDMRec::SKorDMCalItemRec& item, EResultPlace place);
   static CReportResultDetail* GetResult(Report::NodeMap& children, const std::wstring& sgdName,
                                         const KorDMRec::SKorDMFloorRec& floor,
-                                        const KorDMRec::SKorDMCalItemDetailQRec& item);
+                                        const KorDMRec::SKorDMCalItemDetailQRec& item,
+                                        EResultPlace place);
   static CReportResult* GetResult(Report::NodeMap& children, const std::wstring& sgdName,
                                   const KorDMRec::SKorDMFloorRec& floor,
-                                  const KorDMRec::SKorDMPjCalItemRec& item);
+                                  const KorDMRec::SKorDMPjCalItemRec& item, EResultPlace place);
   /// The key that they file under; views the arguments' texts.
-  static CNodeKey GetResultKey(const std::wstring& sgdName, const KorDMRec::SKorDMFloorRec& floor,
+  static CNodeKey GetResultKey(std::wstring_view sgdName, const KorDMRec::SKorDMFloorRec& floor,
                                const KorDMRec::SKorDMCalItemRec& item);
-  static CNodeKey GetResultKey(const std::wstring& sgdName, const KorDMRec::SKorDMFloorRec& floor,
+  static CNodeKey GetResultKey(std::wstring_view sgdName, const KorDMRec::SKorDMFloorRec& floor,
                                const KorDMRec::SKorDMCalItemDetailQRec& item);
-  static CNodeKey GetResultKey(const std::wstring& sgdName, const KorDMRec::SKorDMFloorRec& floor,
+  static CNodeKey GetResultKey(std::wstring_view sgdName, const KorDMRec::SKorDMFloorRec& floor,
                                const KorDMRec::SKorDMPjCalItemRec& item);
   static CReportBrushPaint* GetBrushPaint(Report::NodeMap& children, int number1, int number2,
                                           const std::wstring& text1, const std::wstring& text2);

@@ -10,7 +10,16 @@
 
 namespace {
 
-// The one way in which nodes come into being: the child under `key` if it is of the wanted class,
+template <class TNode, class TFill>
+TNode* Make(Report::NodeMap& children, Report::NodeMap::const_iterator place, TFill&& fill) {
+  auto node = std::make_unique<TNode>();
+  fill(*node);
+  TNode* made = node.get();
+  children.insert(place, std::move(node));
+  return made;
+}
+
+// The way in which nodes come into being: the child under `key` if it is of the wanted class,
 // null if it is of another, and a new one, filled by `fill`, if there is none.
 template <class TNode, class TFill>
 TNode* FindOrMake(Report::NodeMap& children, const CNodeKey& key, TFill&& fill) {
@@ -18,11 +27,7 @@ TNode* FindOrMake(Report::NodeMap& children, const CNodeKey& key, TFill&& fill) 
   if (at != children.end() && at.Node()->GetFiledKey().Compare(key) == 0) {
     return NodeAs<TNode>(at.Node().get());
   }
-  auto node = std::make_unique<TNode>();
-  fill(*node);
-  TNode* made = node.get();
-  children.insert(at, std::move(node));
-  return made;
+  return Make<TNode>(children, at, fill);
 }
 
 void FillIdentity(SResultIdentity& result, std::wstring_view sgdName,
@@ -30,6 +35,20 @@ void FillIdentity(SResultIdentity& result, std::wstring_view sgdName,
   result.sgdName = sgdName;
   result.floorText = floor.floorText;
   result.floorCount = CReportDataMethod::GetFloorCount(floor.floorText);
+}
+
+template <class TResult, class TItem, class TFill>
+TResult* FindOrMakeResult(Report::NodeMap& children, std::wstring_view sgdName,
+                          const KorDMRec::SKorDMFloorRec& floor, const TItem& item,
+                          CReportDataMethod::EResultPlace place, TFill&& fillQuantity) {
+  const auto fill = [&](TResult& node) {
+    FillIdentity(node, sgdName, floor);
+    fillQuantity(node);
+  };
+  return place == CReportDataMethod::EResultPlace::BehindAll
+             ? Make<TResult>(children, children.end(), fill)
+             : FindOrMake<TResult>(children, CReportDataMethod::GetResultKey(sgdName, floor, item),
+                                   fill);
 }
 
 template <class TResult>
@@ -198,52 +217,54 @@ CReportPjCalItem* CReportDataMethod::GetPjCalItem(Report::NodeMap& children,
 
 CReportResult* CReportDataMethod::GetResult(Report::NodeMap& children, const std::wstring& sgdName,
                                             const KorDMRec::SKorDMFloorRec& floor,
-                                            const KorDMRec::SKorDMCalItemRec& item) {
-  return FindOrMake<CReportResult>(children, GetResultKey(sgdName, floor, item),
-                                   [&](CReportResult& node) {
-                                     FillIdentity(node, sgdName, floor);
-                                     node.expression = item.expression;
-                                     node.quantity = item.quantity;
-                                   });
+                                            const KorDMRec::SKorDMCalItemRec& item,
+                                            EResultPlace place) {
+  return FindOrMakeResult<CReportResult>(children, sgdName, floor, item, place,
+                                         [&item](CReportResult& node) {
+                                           node.expression = item.expression;
+                                           node.quantity = item.quantity;
+                                         });
+}
+
+CReportResultDetail* CReportDataMethod::GetResult(Report::NodeMap& children,
+                                                  const std::wstring& sgdName,
+                                                  const KorDMRec::SKorDMFloorRec& floor,
+                                                  const KorDMRec::SKorDMCalItemDetailQRec& item,
+                                                  EResultPlace place) {
+  return FindOrMakeResult<CReportResultDetail>(children, sgdName, floor, item, place,
+                                               [&item](CReportResultDetail& node) {
+                                                 node.expression = item.expression;
+                                                 node.quantity1 = item.quantity1;
+                                                 node.quantity2 = item.quantity2;
+                                                 node.quantity3 = item.quantity3;
+                                                 node.quantity4 = item.quantity4;
+                                               });
+}
+
+CReportResult* CReportDataMethod::GetResult(Report::NodeMap& children, const std::wstring& sgdName,
+                                            const KorDMRec::SKorDMFloorRec& floor,
+                                            const KorDMRec::SKorDMPjCalItemRec& item,
+                                            EResultPlace place) {
+  return FindOrMakeResult<CReportResult>(children, sgdName, floor, item, place,
+                                         [](CReportResult& node) {
+                                           node.quantity = 1;
+                                           node.isFitting = true;
+                                         });
 }
 
 CReportResult* CReportDataMethod::GetResult(Report::NodeMap& children, const std::wstring& sgdName,
                                             const KorDMRec::SKorDMFloorRec& floor,
                                             const KorDMRec::SKorDMCalItemRec& item,
                                             const KorDMRec::SKorDMComponentRec& component) {
-  return WithComponent(GetResult(children, sgdName, floor, item), component);
-}
-
-CReportResultDetail* CReportDataMethod::GetResult(Report::NodeMap& children,
-                                                  const std::wstring& sgdName,
-                                                  const KorDMRec::SKorDMFloorRec& floor,
-                                                  const KorDMRec::SKorDMCalItemDetailQRec& item) {
-  return FindOrMake<CReportResultDetail>(children, GetResultKey(sgdName, floor, item),
-                                         [&](CReportResultDetail& node) {
-                                           FillIdentity(node, sgdName, floor);
-                                           node.expression = item.expression;
-                                           node.quantity1 = item.quantity1;
-                                           node.quantity2 = item.quantity2;
-                                           node.quantity3 = item.quantity3;
-                                           node.quantity4 = item.quantity4;
-                                         });
+  return WithComponent(GetResult(children, sgdName, floor, item, EResultPlace::Anywhere),
+                       component);
 }
 
 CReportResultDetail* CReportDataMethod::GetResultDetail(
     Report::NodeMap& children, const std::wstring& sgdName, const KorDMRec::SKorDMFloorRec& floor,
     const KorDMRec::SKorDMCalItemDetailQRec& item, const KorDMRec::SKorDMComponentRec& component) {
-  return WithComponent(GetResult(children, sgdName, floor, item), component);
-}
-
-CReportResult* CReportDataMethod::GetResult(Report::NodeMap& children, const std::wstring& sgdName,
-                                            const KorDMRec::SKorDMFloorRec& floor,
-                                            const KorDMRec::SKorDMPjCalItemRec& item) {
-  return FindOrMake<CReportResult>(children, GetResultKey(sgdName, floor, item),
-                                   [&](CReportResult& node) {
-                                     FillIdentity(node, sgdName, floor);
-                                     node.quantity = 1;
-                                     node.isFitting = true;
-                                   });
+  return WithComponent(GetResult(children, sgdName, floor, item, EResultPlace::Anywhere),
+                       component);
 }
 
 CReportResult* CReportDataMethod::GetPjResult(Report::NodeMap& children,
@@ -251,22 +272,23 @@ CReportResult* CReportDataMethod::GetPjResult(Report::NodeMap& children,
                                               const KorDMRec::SKorDMFloorRec& floor,
                                               const KorDMRec::SKorDMPjCalItemRec& item,
                                               const KorDMRec::SKorDMComponentRec& component) {
-  return WithComponent(GetResult(children, sgdName, floor, item), component);
+  return WithComponent(GetResult(children, sgdName, floor, item, EResultPlace::Anywhere),
+                       component);
 }
 
-CNodeKey CReportDataMethod::GetResultKey(const std::wstring& sgdName,
+CNodeKey CReportDataMethod::GetResultKey(std::wstring_view sgdName,
                                          const KorDMRec::SKorDMFloorRec& floor,
                                          const KorDMRec::SKorDMCalItemRec& item) {
   return SResultIdentity::FiledKey(sgdName, floor.floorText, item.expression, item.quantity);
 }
 
-CNodeKey CReportDataMethod::GetResultKey(const std::wstring& sgdName,
+CNodeKey CReportDataMethod::GetResultKey(std::wstring_view sgdName,
                                          const KorDMRec::SKorDMFloorRec& floor,
                                          const KorDMRec::SKorDMCalItemDetailQRec& item) {
   return SResultIdentity::FiledKey(sgdName, floor.floorText, item.expression, item.quantity1);
 }
 
-CNodeKey CReportDataMethod::GetResultKey(const std::wstring& sgdName,
+CNodeKey CReportDataMethod::GetResultKey(std::wstring_view sgdName,
                                          const KorDMRec::SKorDMFloorRec& floor,
                                          const KorDMRec::SKorDMPjCalItemRec& /*item*/) {
   return {sgdName, floor.floorText};

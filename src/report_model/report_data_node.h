@@ -3,6 +3,7 @@
 #ifndef TALLY_REPORT_MODEL_REPORT_DATA_NODE_H_
 #define TALLY_REPORT_MODEL_REPORT_DATA_NODE_H_
 
+#include <array>
 #include <cstddef>
 #include <map>
 #include <memory>
@@ -10,9 +11,11 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/prefetch.h"
 #include "report_model/narrow_order.h"
 #include "report_model/node_key.h"
 #include "report_model/node_map.h"
+#include "report_model/report_types.h"
 
 /// The class of a node, for the checked down-cast NodeAs.
 enum class ENodeKind : unsigned char {
@@ -101,6 +104,61 @@ class TReportDataNode : public IReportDataNode {
   TReportDataNode() : IReportDataNode(kNodeKind) {}
 };
 
+/// What a request that leaves nothing out counts below a node: no floor, no system code chosen, all
+/// sections together. Made at the fold by the reports that use it, in the order of the walk.
+struct SWholeSum {
+  double quantity = 0;
+  bool counted = false;
+
+  void Add(const SWholeSum& part) {
+    if (part.counted) {
+      quantity += part.quantity;
+      counted = true;
+    }
+  }
+};
+
+/// One result of the detail set in the paint, duct and insulation tables, as it counts where
+/// nothing is left out.
+struct SDetailSum {
+  std::array<double, 4> quantities{};  ///< of all components on all its floors
+  std::wstring_view references;        ///< component text and one more "$", in SDetailSums::text
+  int floorCount = 0;
+};
+
+/// The places of an attribute among those of its report, smaller numbers first and larger numbers
+/// first; -1 where they are not known to have an order. Equal attributes share a place.
+struct SAttPlaces {
+  int ascending = -1;
+  int descending = -1;
+};
+
+/// What a walk of these tables reads of a calculation item.
+struct SDetailItem {
+  sReportData place;  ///< without a result
+  const SAttSortKey* attribute = nullptr;
+  SAttPlaces attPlaces;
+  const std::wstring* name = nullptr;  ///< one object for each text of the group
+  const std::wstring* unit = nullptr;  ///< likewise
+  std::size_t first = 0;               ///< its results in SDetailSums::details
+  std::size_t last = 0;                ///< behind the last one
+};
+
+/// The items below a group of these tables in the order of the walk, and their results side by
+/// side: item name by item name, those of one in the order of the walk. The references follow on
+/// each other in one text.
+struct SDetailSums {
+  std::vector<SDetailItem> items;
+  std::vector<SDetailSum> details;
+  std::wstring text;
+};
+
+/// Some of the items of SDetailSums that stand side by side.
+struct SDetailItems {
+  std::size_t first = 0;
+  std::size_t last = 0;  ///< behind the last one
+};
+
 /// Type heading of the calculation books, group of the overview. Key: `name`.
 class CReportType final : public TReportDataNode<ENodeKind::Type> {
  public:
@@ -125,6 +183,8 @@ class CReportFloor final : public TReportDataNode<ENodeKind::Floor> {
   CNodeKey GetFiledKey() const override { return {name}; }
   std::wstring floorText;  ///< floor expression of the first record
   std::wstring name;
+  SWholeSum whole;
+  SDetailItems items;  ///< that lie below, in the paint, duct and insulation tables
 };
 
 /// Component kind. Key: `category` + "\" + `kind`.
@@ -149,6 +209,8 @@ class CReportAttribute final : public TReportDataNode<ENodeKind::Attribute> {
   std::wstring value;
   /// What rows of this attribute are sorted by; made at the fold, shared by nodes of one record.
   std::shared_ptr<const SAttSortKey> sortKey;
+  SWholeSum whole;
+  SAttPlaces places;  ///< by name in natural order, in the reports that use it
 };
 
 /// One level of a system code. Filed under `name`; GetKey is the sort number.
@@ -163,6 +225,19 @@ class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
   /// the text belongs to the store.
   std::wstring_view remark;
   std::map<std::wstring, IReportDataNode*> extra;  ///< not owned
+  SWholeSum whole;                                 ///< of children, the first ones to come
+  std::size_t wholeSize = 0;                       ///< how many these are
+
+  /// Whether `whole` counts all that lies below.
+  bool HasWhole() const { return wholeSize > 0 && wholeSize == children.size(); }
+  SDetailItems items;  ///< that lie below, in the paint, duct and insulation tables
+};
+
+/// What a calculation item shows in the member and floor books.
+struct SItemFigures {
+  std::wstring formula;
+  std::wstring references;
+  std::array<double, 4> sums{};
 };
 
 /// Calculation item. Key: `name` + "@" + `unit`.
@@ -174,6 +249,9 @@ class CReportCalItem final : public TReportDataNode<ENodeKind::CalItem> {
   std::wstring unit;
   std::wstring text3;
   std::wstring text4;
+  SWholeSum whole;
+  /// The same of the books; null where nothing counts.
+  std::unique_ptr<const SItemFigures> wholeFigures;
 };
 
 /// Fitting. Filed under `text1` + "@" + `name`, unlike GetKey.
@@ -184,6 +262,9 @@ class CReportPjCalItem final : public TReportDataNode<ENodeKind::PjCalItem> {
   std::wstring text1;
   std::wstring name;
   std::wstring unit;
+  /// Places of the three texts among those of the report, in narrow order; -1 where they have none.
+  std::array<int, 3> places{-1, -1, -1};
+  bool HasPlaces() const { return places[0] >= 0 && places[1] >= 0 && places[2] >= 0; }
 };
 
 /// What the two kinds of result have in common. The texts belong to the result set, which outlives
@@ -201,6 +282,12 @@ struct SResultIdentity {
   void AppendComponentText(std::wstring& text) const;
   /// Length of that text.
   std::size_t ComponentTextSize() const;
+  /// Asks for the memory of the texts, which lie in the result set far apart.
+  void PrefetchComponents() const {
+    for (const std::wstring_view component : components) {
+      Prefetch(component.data());
+    }
+  }
   /// The key of a result that is no fitting.
   static CNodeKey FiledKey(std::wstring_view sgdName, std::wstring_view floorText,
                            std::wstring_view expression, double quantity) {
@@ -220,6 +307,10 @@ class CReportResult final : public TReportDataNode<ENodeKind::Result>, public SR
   CNodeKey GetFiledKey() const override {
     return isFitting ? CNodeKey{sgdName, floorText}
                      : FiledKey(sgdName, floorText, expression, quantity);
+  }
+  /// Of all components, on `floors` floors.
+  double Quantity(int floors) const {
+    return static_cast<double>(components.size()) * quantity * static_cast<double>(floors);
   }
   double quantity = 0;  ///< of one component
   bool isFitting = false;
@@ -247,6 +338,7 @@ class CReportDuctHType final : public TReportDataNode<ENodeKind::DuctHType> {
   std::wstring text1;
   std::wstring text2;
   std::wstring text3;
+  SDetailSums sums;
 };
 
 /// One coat of one paint. Key: `number1`, `text2`, `number2` run together.
@@ -260,6 +352,7 @@ class CReportBrushPaint final : public TReportDataNode<ENodeKind::BrushPaint> {
   int number2 = 0;     ///< coat, from 1
   std::wstring text1;  ///< component category
   std::wstring text2;  ///< paint
+  SDetailSums sums;
 };
 
 /// Type, material and thickness of the insulation table. Key: the three texts joined.
@@ -270,6 +363,7 @@ class CReportPipeJRBW final : public TReportDataNode<ENodeKind::PipeJRBW> {
   std::wstring text1;
   std::wstring text2;
   std::wstring text3;
+  SDetailSums sums;
 };
 
 /// Chapter of a bill or quota library. Key: `number`, "@", `name`.

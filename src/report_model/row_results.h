@@ -7,6 +7,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -54,17 +55,17 @@ struct SRowBlock {
   CCellBlock TakeCells() { return std::move(cells); }
 };
 
-/// A block under a sort number and a name; the number alone decides. The tag keeps the sets of
-/// different levels apart.
+/// A block under a sort number and a name, which it views; the number alone decides. The tag keeps
+/// the sets of different levels apart.
 template <class TTag>
 struct TNumberedResultData : SRowBlock {
-  TNumberedResultData(int sortNumber, std::wstring blockName, CCellBlock&& block)
-      : SRowBlock{std::move(block)}, sortId(sortNumber), name(std::move(blockName)) {}
+  TNumberedResultData(int sortNumber, std::wstring_view blockName, CCellBlock&& block)
+      : SRowBlock{std::move(block)}, sortId(sortNumber), name(blockName) {}
 
   bool operator<(const TNumberedResultData& other) const { return sortId < other.sortId; }
 
   int sortId;
-  std::wstring name;
+  std::wstring_view name;
 };
 
 using CSysResultData = TNumberedResultData<struct SSysCodeTag>;

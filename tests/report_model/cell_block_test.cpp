@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <span>
+#include <string>
 #include <utility>
 
 namespace {
@@ -12,7 +15,7 @@ TEST(CellBlock, KeepsRowsInOrder) {
   CCellBlock block;
   EXPECT_TRUE(block.Empty());
   block.AddTexts(L"@A", L"DN25");
-  block.AddRow({L"@CI"});
+  block.AddTexts(L"@CI");
   EXPECT_FALSE(block.Empty());
   EXPECT_EQ(block.Size(), 3U);
   EXPECT_EQ(block.Cells(), (CellArray{L"@A", L"DN25", L"@CI"}));
@@ -20,7 +23,7 @@ TEST(CellBlock, KeepsRowsInOrder) {
 
 TEST(CellBlock, StaysEmptyByRowsWithoutCells) {
   CCellBlock block{CellArray{}};
-  block.AddRow({});
+  block.AddRow(std::span<const CCellSource>());
   EXPECT_TRUE(block.Empty());
 }
 
@@ -47,6 +50,37 @@ TEST(CellBlock, MovesBehindTheCellsThatWereThere) {
   EXPECT_TRUE(block.Empty());
   block.MoveTo(out);
   EXPECT_EQ(out.size(), 3U);
+}
+
+TEST(CellBlock, PrintsNumbersAndViewsTextsWhenItIsWritten) {
+  std::wstring seen = L"DN20";
+  CCellBlock block;
+  block.AddTexts(L"@A", seen, std::wstring(L"a text of a moment"), 12.5, CCellSource::Copied(seen));
+  seen[3] = L'5';
+  CellArray out;
+  block.MoveTo(out);
+  EXPECT_EQ(out, (CellArray{L"@A", L"DN25", L"a text of a moment", L"12.5", L"DN20"}));
+}
+
+TEST(CellBlock, ShowsSlicesOfATextThatIsWrittenLater) {
+  CCellBlock block;
+  auto kept = std::make_unique<SKeptText>();
+  block.AddTexts(L"@S1", CCellSource::Slice(*kept, 0, 4));
+  block.AddTexts(L"@S2", CCellSource::Slice(*kept, 2, 2), CCellSource::Slice(*kept, 4, 0));
+  kept->text = L"a$b$";
+  block.Keep(std::move(kept));
+  CCellBlock out;
+  out.AddTexts(L"@F");
+  out.Append(std::move(block));
+  out.AddTexts(L"@L");
+  const CellArray cells{L"@F", L"@S1", L"a$b$", L"@S2", L"b$", L"", L"@L"};
+  EXPECT_EQ(out.Size(), cells.size());
+  const CCellBlock copy = out;
+  EXPECT_EQ(out.Cells(), cells);
+  CellArray written;
+  out.MoveTo(written);
+  EXPECT_EQ(written, cells);
+  EXPECT_EQ(copy.Cells(), cells);
 }
 
 }  // namespace

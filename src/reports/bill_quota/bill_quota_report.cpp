@@ -11,11 +11,11 @@ namespace {
 
 void AddBillRow(CCellBlock& out, const CReportQdDeItem& bill, const std::wstring& unit,
                 double quantity) {
-  out.AddTexts(L"@QD", bill.code, bill.name, bill.feature, unit, NumberText(quantity));
+  out.AddTexts(L"@QD", bill.code, bill.name, bill.feature, unit, quantity);
 }
 
 void AddQuotaRow(CCellBlock& out, const CReportQdDeItem& quota, double quantity) {
-  out.AddTexts(L"@DE", quota.code, quota.name, quota.unit, NumberText(quantity));
+  out.AddTexts(L"@DE", quota.code, quota.name, quota.unit, quantity);
 }
 
 void PutItemBlock(std::set<CQDDEData>& blocks, const CReportQdDeItem& item, CCellBlock&& rows) {
@@ -135,12 +135,12 @@ bool CBillQuotaReport::AddAttribute(CSummaryWalk& walk, double& sum, CCellBlock&
                                     int level) const {
   double local = 0;
   CCellBlock floors;
-  if (!walk.AddFloors(local, floors, attribute.children, unit, level)) {
+  if (!walk.AddFloors(local, floors, attribute.children, attribute.whole, unit, level)) {
     return false;
   }
   sum += local;
   if (shape_.attributeRow.Holds(level)) {
-    out.AddTexts(L"@A", attribute.name, attribute.value, unit, NumberText(local));
+    out.AddTexts(L"@A", attribute.name, attribute.value, unit, local);
   }
   out.Append(std::move(floors));
   return true;

@@ -57,6 +57,7 @@ void CDeHzReport::CreatData() {
     fold.Add(row);
   }
   fold.Fold();
+  SumWhole(kShape.summary);
 }
 
 void CDeHzReport::GetDeHzData(Report::CellArray& rows, const std::wstring& requestSpec,

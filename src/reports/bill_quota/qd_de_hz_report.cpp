@@ -40,6 +40,7 @@ void CQdDeHzReport::CreatData() {
     fold.Add(row);
   }
   fold.Fold();
+  SumWhole(kShape.summary);
 }
 
 void CQdDeHzReport::GetQdDeHzData(Report::CellArray& rows, const std::wstring& requestSpec,

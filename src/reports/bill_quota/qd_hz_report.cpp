@@ -35,6 +35,7 @@ void CQdHzReport::CreatData() {
     fold.Add(row);
   }
   fold.Fold();
+  SumWhole(kShape.summary);
 }
 
 void CQdHzReport::GetQdHzData(Report::CellArray& rows, const std::wstring& requestSpec,

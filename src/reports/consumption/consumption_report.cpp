@@ -3,7 +3,6 @@
 #include <set>
 #include <utility>
 
-#include "platform/text_numbers.h"
 #include "report_model/report_data_method.h"
 #include "reports/shared/category_blocks.h"
 
@@ -14,6 +13,7 @@ void CConsumptionReport::FoldRows(const KorDMRec::SKorDMResultData& data) {
     fold.Add(row);
   }
   fold.Fold();
+  SumWhole(shape_.summary);
 }
 
 CCellBlock CConsumptionReport::SpecRows(CSummaryWalk& walk, const CReportSpec& node) const {
@@ -48,7 +48,7 @@ CCellBlock CConsumptionReport::AttributeRows(CSummaryWalk& walk, const CReportAt
   });
   CCellBlock rows;
   if (counted) {
-    rows.AddTexts(L"@A", attribute.name, attribute.value, sum.unit, NumberText(sum.quantity));
+    rows.AddTexts(L"@A", attribute.name, attribute.value, std::move(sum.unit), sum.quantity);
     rows.Append(std::move(mainRows));
     CReportDataMethod::ChangeCalItemResult(rows, std::move(others));
   }
@@ -62,15 +62,15 @@ bool CConsumptionReport::AddCalItem(CSummaryWalk& walk, Report::SResultData& tar
   target.unit = item.unit;
   double sum = 0;
   CCellBlock floors;
-  if (!walk.AddFloors(sum, floors, item.children, item.unit, level)) {
+  if (!walk.AddFloors(sum, floors, item.children, item.whole, item.unit, level)) {
     return false;
   }
   target.quantity += sum;
   if (level != 0) {
     if (shape_.itemTexts == EItemTexts::Shown) {
-      out.AddTexts(L"@CI", item.name, item.text3, item.text4, item.unit, NumberText(sum));
+      out.AddTexts(L"@CI", item.name, item.text3, item.text4, item.unit, sum);
     } else {
-      out.AddTexts(L"@CI", item.name, item.unit, NumberText(sum));
+      out.AddTexts(L"@CI", item.name, item.unit, sum);
     }
   }
   out.Append(std::move(floors));

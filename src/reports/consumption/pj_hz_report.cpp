@@ -95,7 +95,7 @@ class CFittings {
         rows.AddTexts(L"@F", element.FloorName, element.Floor);
       }
       if (!element.SysCode.empty()) {
-        rows.AddTexts(L"@S", element.SysCode);
+        rows.AddTexts(L"@S", CCellSource::Copied(element.SysCode));
       }
       rows.AddTexts(L"@Cg", element.Category->category);
       rows.AddTexts(L"@A", element.Attribute->name);

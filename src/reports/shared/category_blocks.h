@@ -33,7 +33,7 @@ CCellBlock CategoryBlocks(const Report::NodeMap& children, const std::set<std::w
   ForEachChosenCategory(children, categories, [&](const CReportCategory& category) {
     CCellBlock rows = rowsOf(category);
     if (!rows.Empty()) {
-      PutBlock(blocks, CCategoryResultData(category.sortId, category.GetKey(), std::move(rows)));
+      PutBlock(blocks, CCategoryResultData(category.sortId, category.kind, std::move(rows)));
     }
   });
   CCellBlock out;

@@ -8,12 +8,14 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <numeric>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "platform/prefetch.h"
 #include "report_model/report_data_method.h"
 #include "report_model/report_data_node.h"
 #include "reports/shared/fold_order.h"
@@ -197,7 +199,7 @@ class CRowFolder {
       Descend(path, begin);
       end = EndOf(begin, levels_.back());
       if (path.back() != nullptr) {
-        AddResults(path.back()->children, begin, end);
+        AddResults(*path.back(), begin, end);
       }
     }
   }
@@ -235,7 +237,7 @@ class CRowFolder {
     std::size_t begin;
     std::size_t end;
     const TRow* row;
-    CNodeKey key;
+    std::uint64_t beginning = 0;  // of the text that tells results of one section and floor apart
   };
 
   template <class TRecord>
@@ -366,34 +368,79 @@ class CRowFolder {
         [](const SFoldEntry& a, const SFoldEntry& b) { return a.row < b.row; });
   }
 
-  void AddResults(Report::NodeMap& children, std::size_t begin, std::size_t end) {
+  void AddResults(IReportDataNode& parent, std::size_t begin, std::size_t end) {
+    Report::NodeMap& children = parent.children;
+    const bool isFirst = children.empty();
+    SWholeSum whole;
     FindRuns(begin, end);
-    if (runs_.size() > 1) {
-      std::stable_sort(runs_.begin(), runs_.end(),
-                       [](const SRun& a, const SRun& b) { return a.key.Compare(b.key) < 0; });
-    }
-    if (children.empty()) {
+    SortRuns();
+    if (isFirst) {
       children.reserve(runs_.size());
     }
-    for (std::size_t first = 0, last = 0; first < runs_.size(); first = last) {
+    for (std::size_t first = 0, last = 0; first < order_.size(); first = last) {
+      const SRun& leader = runs_[order_[first]];
       std::size_t count = 0;
-      for (last = first;
-           last < runs_.size() && (last == first || runs_[last].key.Compare(runs_[first].key) == 0);
+      for (last = first; last < order_.size() && Compare(runs_[order_[last]], leader) == 0;
            ++last) {
-        count += runs_[last].end - runs_[last].begin;
+        count += runs_[order_[last]].end - runs_[order_[last]].begin;
       }
-      AddResult(children, first, last, count);
+      if (auto* result = GetResult(children, *leader.row, isFirst)) {
+        AddComponents(*result, first, last, count);
+        AddTo(whole, *result);
+      }
     }
+    if (auto* sysCode = NodeAs<CReportSysCode>(&parent)) {
+      sysCode->whole = whole;
+      sysCode->wholeSize = isFirst ? children.size() : 0;
+    }
+  }
+
+  static void AddTo(SWholeSum& whole, const CReportResult& result) {
+    whole.Add({result.Quantity(result.floorCount), true});
+  }
+  // A detail has four quantities; which of them a report adds up is its own.
+  static void AddTo(SWholeSum& /*whole*/, const CReportResultDetail& /*result*/) {}
+
+  // Asks for what the entries behind `at` will read: rows, records and texts lie far apart.
+  void PrefetchBehind(std::size_t at) const {
+    constexpr std::size_t kRow = 24;
+    constexpr std::size_t kRecord = 16;
+    constexpr std::size_t kText = 8;
+    if (at + kRow < entries_.size()) {
+      Prefetch(&RowAt(at + kRow));
+    }
+    if (at + kRecord < entries_.size()) {
+      const TRow& row = RowAt(at + kRecord);
+      Prefetch(&data_.components[static_cast<std::size_t>(row.component)].name);
+      Prefetch(TextOf(ItemOf(row)));
+    }
+    if (at + kText < entries_.size()) {
+      Prefetch(TextOf(ItemOf(RowAt(at + kText)))->data());
+    }
+  }
+  // The text that tells an item's results apart; a fitting's have none.
+  template <class TItem>
+  static const std::wstring* TextOf(const TItem& item) {
+    if constexpr (requires { item.expression; }) {
+      return &item.expression;
+    } else {
+      return &item.name;
+    }
+  }
+  const TRow& RowAt(std::size_t entry) const { return data_.rows[entries_[entry].row]; }
+  const typename TRecords::TCalItem& ItemOf(const TRow& row) const {
+    return data_.calItems[static_cast<std::size_t>(row.calItem)];
   }
 
   void FindRuns(std::size_t begin, std::size_t end) {
     runs_.clear();
     for (std::size_t i = begin; i < end; ++i) {
-      const TRow& row = data_.rows[entries_[i].row];
+      PrefetchBehind(i);
+      const TRow& row = RowAt(i);
       if (i > begin && IsSameResult(*runs_.back().row, row)) {
         runs_.back().end = i + 1;
       } else {
-        runs_.push_back({i, i + 1, &row, ResultKey(row)});
+        runs_.push_back({i, i + 1, &row});
       }
     }
   }
@@ -404,25 +451,64 @@ class CRowFolder {
   CNodeKey ResultKey(const TRow& row) const {
     return CReportDataMethod::GetResultKey(data_.sgds[static_cast<std::size_t>(row.sgd)].name,
                                            data_.floors[static_cast<std::size_t>(row.floor)],
-                                           data_.calItems[static_cast<std::size_t>(row.calItem)]);
+                                           ItemOf(row));
   }
 
-  // The result of runs that have one key, with `count` components.
-  void AddResult(Report::NodeMap& children, std::size_t first, std::size_t last,
-                 std::size_t count) {
-    const TRecords records = Records(*runs_[first].row);
-    auto* node =
-        CReportDataMethod::GetResult(children, records.sgd.name, records.floor, records.calItem);
-    if (node == nullptr) {
-      return;
+  template <class TItem>
+  static std::uint64_t BeginningOf(const TItem& item) {
+    if constexpr (requires { item.expression; }) {
+      return TextBeginning(item.expression, L'@');
+    } else {
+      return 0;
     }
-    if (node->components.empty()) {
-      node->components.reserve(count);
+  }
+  // Of the keys; most are told apart without them.
+  int Compare(const SRun& a, const SRun& b) const {
+    if (a.row->sgd == b.row->sgd && a.row->floor == b.row->floor) {
+      if (a.beginning != b.beginning) {
+        return a.beginning < b.beginning ? -1 : 1;
+      }
+      if (a.row->calItem == b.row->calItem) {
+        return 0;
+      }
     }
-    for (std::size_t run = first; run < last; ++run) {
-      for (std::size_t i = runs_[run].begin; i < runs_[run].end; ++i) {
-        const auto component = static_cast<std::size_t>(data_.rows[entries_[i].row].component);
-        node->components.push_back(data_.components[component].name);
+    return ResultKey(*a.row).Compare(ResultKey(*b.row));
+  }
+
+  // By key, equal ones as the rows stand.
+  void SortRuns() {
+    order_.resize(runs_.size());
+    std::iota(order_.begin(), order_.end(), 0U);
+    if (order_.size() > 1) {
+      for (SRun& run : runs_) {
+        run.beginning = BeginningOf(ItemOf(*run.row));
+      }
+      std::sort(order_.begin(), order_.end(), [this](std::uint32_t a, std::uint32_t b) {
+        const int order = Compare(runs_[a], runs_[b]);
+        return order != 0 ? order < 0 : a < b;
+      });
+    }
+  }
+
+  auto* GetResult(Report::NodeMap& children, const TRow& row, bool isBehindAll) const {
+    using EPlace = CReportDataMethod::EResultPlace;
+    return CReportDataMethod::GetResult(
+        children, data_.sgds[static_cast<std::size_t>(row.sgd)].name,
+        data_.floors[static_cast<std::size_t>(row.floor)], ItemOf(row),
+        isBehindAll ? EPlace::BehindAll : EPlace::Anywhere);
+  }
+
+  // The components of the runs from `first` on, `count` in all.
+  template <class TResult>
+  void AddComponents(TResult& result, std::size_t first, std::size_t last, std::size_t count) {
+    if (result.components.empty()) {
+      result.components.reserve(count);
+    }
+    for (std::size_t at = first; at < last; ++at) {
+      const SRun& run = runs_[order_[at]];
+      for (std::size_t i = run.begin; i < run.end; ++i) {
+        const auto component = static_cast<std::size_t>(RowAt(i).component);
+        result.components.push_back(data_.components[component].name);
       }
     }
   }
@@ -435,6 +521,7 @@ class CRowFolder {
   bool isSorted_ = false;
   std::wstring key_;
   std::vector<SRun> runs_;
+  std::vector<std::uint32_t> order_;  // of the runs
   CPairNumbers paths_;
   std::vector<std::vector<SSysCodeStep>> pathSteps_;
   std::vector<std::shared_ptr<const SAttSortKey>> attKeys_;

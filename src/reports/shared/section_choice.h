@@ -17,6 +17,7 @@ class CShownSections {
     CReportStatusMng::Instance()->GetDispSgd(names);
     names_.insert(names.begin(), names.end());
   }
+  bool ShowsAll() const { return all_; }
   bool Shows(std::wstring_view sgdName) const { return all_ || names_.contains(sgdName); }
 
  private:
@@ -31,6 +32,8 @@ class CSectionChoice {
   explicit CSectionChoice(int bySgd) : splits_(bySgd != 0) {}
   /// Starts the pass of `section`.
   void SetSection(const std::wstring& section) { section_ = section; }
+  /// Whether results of every section count, whatever their name.
+  bool TakesAll() const { return !splits_ && shown_.ShowsAll(); }
   bool Takes(std::wstring_view sgdName) const {
     return (!splits_ || sgdName == section_) && shown_.Shows(sgdName);
   }

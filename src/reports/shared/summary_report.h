@@ -15,6 +15,9 @@
 
 class CSummaryReport : public CNodeReport {
  protected:
+  /// Ends the fold: what a request that leaves nothing out counts below floors and what holds them.
+  void SumWhole(const SSummaryShape& shape);
+
   /// Appends the rows of one discipline to `rows`: one pass, or one for each displayed construction
   /// section where `bySgd` is not 0. A discipline without a node appends nothing and leaves the
   /// stored condition as it was.

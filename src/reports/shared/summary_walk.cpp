@@ -14,22 +14,48 @@ namespace {
 constexpr std::array kSysCodeMarkers{L"@S1", L"@S2", L"@S3"};
 static_assert(kSysCodeMarkers.size() == SYSCODE_LEVEL_COUNT);
 
-std::wstring TitleWithRemark(const CReportSysCode& node) {
-  std::wstring title = node.name;
-  if (!node.remark.empty()) {
-    title += L'(';
-    title += node.remark;
-    title += L')';
+// The name with its remark, which is put together in `buffer`.
+std::wstring_view Title(const CReportSysCode& node, std::wstring& buffer) {
+  if (node.remark.empty()) {
+    return node.name;
   }
-  return title;
+  buffer = node.name;
+  buffer += L'(';
+  buffer += node.remark;
+  buffer += L')';
+  return buffer;
 }
 
 }  // namespace
 
+std::vector<CReportSysCode*> FirstSysCodesOf(const CReportFloor& node, EFirstSysCodes choice) {
+  std::vector<CReportSysCode*> sysCodes;
+  sysCodes.reserve(node.children.size());
+  for (const auto& child : node.children.InOrder()) {
+    if (auto* sysCode = NodeAs<CReportSysCode>(child.get())) {
+      sysCodes.push_back(sysCode);
+    }
+  }
+  if (choice == EFirstSysCodes::BySortNumber && sysCodes.size() > 1) {
+    std::stable_sort(sysCodes.begin(), sysCodes.end(),
+                     [](const auto* a, const auto* b) { return a->sortId < b->sortId; });
+    // Of each run of equal numbers the last one, the greatest name, stays.
+    const auto first =
+        std::unique(sysCodes.rbegin(), sysCodes.rend(),
+                    [](const auto* a, const auto* b) { return a->sortId == b->sortId; });
+    sysCodes.erase(sysCodes.begin(), first.base());
+  }
+  return sysCodes;
+}
+
 bool CSummaryWalk::AddFloors(double& sum, CCellBlock& out, const Report::NodeMap& children,
-                             std::wstring_view unit, int level) {
+                             const SWholeSum& whole, std::wstring_view unit, int level) {
   unit_ = unit;
-  level_ = level;
+  SetLevel(level);
+  if (takesWholeFloors_ && request_.condition.floors.empty() && !shape_.floorRow.Holds(level_)) {
+    sum += whole.quantity;
+    return whole.counted;
+  }
   bool counted = false;
   std::set<CFloorResultData> blocks;
   ForEachChosenFloor<EPairKey::DrawingFloor>(
@@ -49,56 +75,57 @@ bool CSummaryWalk::AddFloors(double& sum, CCellBlock& out, const Report::NodeMap
   return counted;
 }
 
+void CSummaryWalk::SetLevel(int level) {
+  level_ = level;
+  takesWholeCodes_ = level < shape_.firstSysCodeLevel && sections_.TakesAll();
+  takesWholeFloors_ = takesWholeCodes_ && request_.sysCodes.empty();
+}
+
 bool CSummaryWalk::AddFloor(double& sum, CCellBlock& out, const CReportFloor& node,
                             const CPickedFloor& picked, const std::wstring& shownFloor) {
-  double local = 0;
-  bool counted = false;
+  SWholeSum local;
   CCellBlock rows;
-  references_.clear();
-  for (const CReportSysCode* sysCode : FirstSysCodes(node)) {
-    counted |= AddSysCode(local, rows, *sysCode, picked);
+  if (takesWholeFloors_ && !picked.IsOther()) {
+    local = node.whole;
+  } else {
+    if (level_ >= shape_.firstSysCodeLevel) {
+      chain_ = std::make_unique<SKeptText>();
+    }
+    for (const CReportSysCode* sysCode : FirstSysCodesOf(node, shape_.firstSysCodes)) {
+      local.counted |= AddSysCode(local.quantity, rows, *sysCode, picked);
+    }
+    FinishChain(rows);
   }
-  if (!counted) {
+  if (!local.counted) {
     return false;
   }
-  sum += local;
+  sum += local.quantity;
   if (shape_.floorRow.Holds(level_)) {
-    out.AddTexts(L"@F", node.name, shownFloor, unit_, NumberText(local));
+    out.AddTexts(L"@F", node.name, shownFloor, unit_, local.quantity);
   }
   out.Append(std::move(rows));
   return true;
 }
 
-std::vector<const CReportSysCode*> CSummaryWalk::FirstSysCodes(const CReportFloor& node) const {
-  std::vector<const CReportSysCode*> sysCodes;
-  sysCodes.reserve(node.children.size());
-  ForEachChild<CReportSysCode>(
-      node.children, [&](const CReportSysCode& sysCode) { sysCodes.push_back(&sysCode); });
-  if (shape_.firstSysCodes == EFirstSysCodes::BySortNumber) {
-    std::stable_sort(sysCodes.begin(), sysCodes.end(),
-                     [](const auto* a, const auto* b) { return a->sortId < b->sortId; });
-    // Of each run of equal numbers the last one, the greatest name, stays.
-    const auto first =
-        std::unique(sysCodes.rbegin(), sysCodes.rend(),
-                    [](const auto* a, const auto* b) { return a->sortId == b->sortId; });
-    sysCodes.erase(sysCodes.begin(), first.base());
-  }
-  return sysCodes;
-}
-
-bool CSummaryWalk::Enter(const CReportSysCode& node) {
+bool CSummaryWalk::Enter(const CReportSysCode& node, bool isOther) {
   const std::size_t depth = frames_.size();
   if (depth < request_.sysCodes.size() && !request_.sysCodes[depth].contains(node.name)) {
     return false;
   }
-  frames_.emplace_back(node, references_.size());
+  SFrame& frame = frames_.emplace_back(node, chainSize_);
+  const bool filtersBelow = depth + 1 < request_.sysCodes.size();
+  if (takesWholeCodes_ && !isOther && !filtersBelow && node.HasWhole()) {
+    frame.sum = node.whole.quantity;
+    frame.counted = node.whole.counted;
+    frame.next = node.children.InOrder().end();
+  }
   return true;
 }
 
 // Keeps its own stack: a code may have any number of levels.
 bool CSummaryWalk::AddSysCode(double& sum, CCellBlock& out, const CReportSysCode& first,
                               const CPickedFloor& picked) {
-  if (!Enter(first)) {
+  if (!Enter(first, picked.IsOther())) {
     return false;
   }
   while (true) {
@@ -106,7 +133,7 @@ bool CSummaryWalk::AddSysCode(double& sum, CCellBlock& out, const CReportSysCode
     if (frame.next != frame.node.children.InOrder().end()) {
       const IReportDataNode& child = **frame.next++;
       if (const auto* sysCode = NodeAs<CReportSysCode>(&child)) {
-        Enter(*sysCode);
+        Enter(*sysCode, picked.IsOther());
       } else if (const auto* result = NodeAs<CReportResult>(&child)) {
         frame.counted |= AddResult(frame, *result, picked);
       }
@@ -138,8 +165,9 @@ CCellBlock CSummaryWalk::SysCodeRows(SFrame& frame, std::size_t depth) const {
   const bool isOpen =
       static_cast<long long>(depth) + shape_.firstSysCodeLevel <= static_cast<long long>(level_);
   if (isOpen && depth < kSysCodeMarkers.size()) {
-    rows.AddTexts(kSysCodeMarkers[depth], TitleWithRemark(frame.node), unit_, NumberText(frame.sum),
-                  ChainText(frame.chainBegin));
+    std::wstring title;
+    rows.AddTexts(kSysCodeMarkers[depth], CCellSource::Copied(Title(frame.node, title)), unit_,
+                  frame.sum, ChainFrom(frame.chainBegin));
     CReportDataMethod::ChangeSysResult(rows, std::move(frame.blocks));
     rows.Append(std::move(frame.lines));
   }
@@ -152,44 +180,60 @@ bool CSummaryWalk::AddResult(SFrame& frame, const CReportResult& result,
     return false;
   }
   const int floorCount = picked.CountFor(result);
-  const double quantity = static_cast<double>(result.components.size()) * result.quantity *
-                          static_cast<double>(floorCount);
+  const double quantity = result.Quantity(floorCount);
   frame.sum += quantity;
-  if (level_ >= shape_.firstSysCodeLevel) {
+  if (chain_ != nullptr) {
+    const std::size_t chainBegin = chainSize_;
     references_.push_back(&result);
-  }
-  if (level_ == shape_.lineLevel) {
-    AddLine(frame, result, quantity, floorCount);
+    chainSize_ += result.ComponentTextSize() + 1;
+    if (level_ == shape_.lineLevel) {
+      AddLine(frame, result, quantity, floorCount, chainBegin);
+    }
   }
   return true;
 }
 
 void CSummaryWalk::AddLine(SFrame& frame, const CReportResult& result, double quantity,
-                           int floorCount) const {
-  std::wstring text = result.GetRepeatFormula();
-  if (floorCount > 1) {
-    text = MultipliedInBrackets(text, floorCount, L"层");
+                           int floorCount, std::size_t chainBegin) const {
+  std::wstring composed;
+  CCellSource formula = result.expression;
+  if (floorCount > 1 || result.components.size() > 1) {
+    composed = result.GetRepeatFormula();
+    if (floorCount > 1) {
+      composed = MultipliedInBrackets(composed, floorCount, L"层");
+    }
+    formula = CCellSource::Copied(composed);
   }
-  frame.lines.AddTexts(L"@L", L"回路" + IntText(frame.lineNumber), std::move(text), unit_,
-                       NumberText(quantity), ChainText(references_.size() - 1));
+  constexpr std::wstring_view kCircuit = L"回路";
+  std::wstring circuit(kCircuit);
+  AppendInt(circuit, frame.lineNumber);
+  frame.lines.AddTexts(L"@L", std::move(circuit), formula, unit_, quantity, ChainFrom(chainBegin));
   ++frame.lineNumber;
 }
 
-std::wstring CSummaryWalk::ChainText(std::size_t begin) const {
-  std::size_t size = references_.size() - begin;
-  for (std::size_t i = begin; i < references_.size(); ++i) {
-    size += references_[i]->ComponentTextSize();
-  }
-  std::wstring text;
-  text.reserve(size);
-  for (std::size_t i = begin; i < references_.size(); ++i) {
-    if (shape_.chainMark == EChainMark::Ahead) {
-      text += L'$';
+CCellSource CSummaryWalk::ChainFrom(std::size_t begin) const {
+  return CCellSource::Slice(*chain_, begin, chainSize_ - begin);
+}
+
+void CSummaryWalk::FinishChain(CCellBlock& rows) {
+  if (!rows.Empty() && chain_ != nullptr) {
+    chain_->text.reserve(chainSize_);
+    constexpr std::size_t kAhead = 8;
+    for (std::size_t i = 0; i < references_.size(); ++i) {
+      if (i + kAhead < references_.size()) {
+        references_[i + kAhead]->PrefetchComponents();
+      }
+      if (shape_.chainMark == EChainMark::Ahead) {
+        chain_->text += L'$';
+      }
+      references_[i]->AppendComponentText(chain_->text);
+      if (shape_.chainMark == EChainMark::Behind) {
+        chain_->text += L'$';
+      }
     }
-    references_[i]->AppendComponentText(text);
-    if (shape_.chainMark == EChainMark::Behind) {
-      text += L'$';
-    }
+    rows.Keep(std::move(chain_));
   }
-  return text;
+  chain_.reset();
+  references_.clear();
+  chainSize_ = 0;
 }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <functional>
 #include <limits>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -40,6 +41,9 @@ struct SSummaryShape {
   EFloorCell floorCell = EFloorCell::SelectedFloor;
 };
 
+/// The system codes of a floor as the walk takes them.
+std::vector<CReportSysCode*> FirstSysCodesOf(const CReportFloor& node, EFirstSysCodes choice);
+
 /// What a request asks for; `sysCodes` are the names allowed at each system code level.
 struct SSummaryRequest {
   const std::wstring& spec;
@@ -60,18 +64,19 @@ class CSummaryWalk {
   const SSummaryRequest& Request() const { return request_; }
 
   /// Walks the floors among `children` that the filter selects, adds their quantities to `sum` and
-  /// appends their rows to `out`, as deep as `level` opens. True if anything was counted.
+  /// appends their rows to `out`, as deep as `level` opens. True if anything was counted. `whole`
+  /// is the sum of all `children`.
   bool AddFloors(double& sum, CCellBlock& out, const Report::NodeMap& children,
-                 std::wstring_view unit, int level);
+                 const SWholeSum& whole, std::wstring_view unit, int level);
 
  private:
   // One system code on the way down, its sum so far and the rows of what lies below it.
   struct SFrame {
-    SFrame(const CReportSysCode& sysCode, std::size_t firstReference)
-        : node(sysCode), next(sysCode.children.InOrder().begin()), chainBegin(firstReference) {}
+    SFrame(const CReportSysCode& sysCode, std::size_t references)
+        : node(sysCode), next(sysCode.children.InOrder().begin()), chainBegin(references) {}
     const CReportSysCode& node;
     Report::NodeMap::Nodes::const_iterator next;
-    std::size_t chainBegin;  // in references_
+    std::size_t chainBegin;  // in the chain of references
     double sum = 0;
     std::set<CSysResultData> blocks;
     CCellBlock lines;
@@ -81,22 +86,31 @@ class CSummaryWalk {
 
   bool AddFloor(double& sum, CCellBlock& out, const CReportFloor& node, const CPickedFloor& picked,
                 const std::wstring& shownFloor);
-  std::vector<const CReportSysCode*> FirstSysCodes(const CReportFloor& node) const;
   bool AddSysCode(double& sum, CCellBlock& out, const CReportSysCode& first,
                   const CPickedFloor& picked);
-  bool Enter(const CReportSysCode& node);
+  void SetLevel(int level);
+  bool Enter(const CReportSysCode& node, bool isOther);
   bool AddResult(SFrame& frame, const CReportResult& result, const CPickedFloor& picked);
-  void AddLine(SFrame& frame, const CReportResult& result, double quantity, int floorCount) const;
+  void AddLine(SFrame& frame, const CReportResult& result, double quantity, int floorCount,
+               std::size_t chainBegin) const;
   CCellBlock SysCodeRows(SFrame& frame, std::size_t depth) const;
-  std::wstring ChainText(std::size_t begin) const;
+  CCellSource ChainFrom(std::size_t begin) const;
+  void FinishChain(CCellBlock& rows);
 
   const SSummaryShape& shape_;
   const SSummaryRequest& request_;
   const CSectionChoice& sections_;
   std::wstring_view unit_;  // of the item in hand: every sum below it has this unit
   int level_ = 0;           // of the item in hand
+  // Nothing below a floor is shown or left out, or nothing but whole system codes.
+  bool takesWholeFloors_ = false;
+  bool takesWholeCodes_ = false;
   std::vector<SFrame> frames_;
-  std::vector<const CReportResult*> references_;  // results counted so far below the floor in hand
+  // The references of the results counted so far below the floor in hand: their text is written
+  // when the floor is done.
+  std::unique_ptr<SKeptText> chain_;
+  std::size_t chainSize_ = 0;
+  std::vector<const CReportResult*> references_;
 };
 
 #endif  // TALLY_REPORTS_SHARED_SUMMARY_WALK_H_
