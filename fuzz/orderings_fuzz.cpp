@@ -118,7 +118,7 @@ void CheckSet(const std::vector<TRecord>& records, bool mustBeConsistent, TFlatt
 
 CCellBlock Numbered(std::size_t number) {
   CCellBlock block;
-  block.AddTexts(std::to_wstring(number));
+  block.AddCells(std::to_wstring(number));
   return block;
 }
 

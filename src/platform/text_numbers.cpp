@@ -217,7 +217,9 @@ void AppendNumber(std::wstring& text, double value) {
     text += L"nan";
     return;
   }
-  if (!AppendSixDigits(text, value)) {
+  if (value == 0) {
+    text += std::signbit(value) ? L"-0" : L"0";
+  } else if (!AppendSixDigits(text, value)) {
     AppendConverted(text, value, std::chars_format::general, 6);
   }
 }

@@ -5,9 +5,10 @@
 #include <new>
 #include <vector>
 
+#include "platform/prefetch.h"
 #include "platform/text_numbers.h"
 
-void CCellBlock::AddRow(const Report::CellArray& cells) {
+CCellBlock::CCellBlock(const Report::CellArray& cells) {
   std::vector<CCellSource> row;
   row.reserve(cells.size());
   for (const std::wstring& cell : cells) {
@@ -75,7 +76,16 @@ void CCellBlock::MoveTo(Report::CellArray& out) {
   try {
     // Each row's memory goes as soon as it is written, so that the request's own memory falls while
     // the output fills.
+    constexpr int kAhead = 4;
+    const SCellRow* ahead = first_;
+    for (int i = 0; i < kAhead && ahead != nullptr; ++i) {
+      ahead = ahead->next;
+    }
     while (first_ != nullptr) {
+      if (ahead != nullptr) {
+        PrefetchTexts(*ahead);
+        ahead = ahead->next;
+      }
       Write(out, *first_);
       DropFirst();
     }
@@ -111,6 +121,14 @@ std::span<const CCellBlock::SCell> CCellBlock::CellsOf(const SCellRow& row) {
 
 std::wstring_view CCellBlock::TextOf(const SCell& cell) {
   return {cell.begin == kText ? cell.text : cell.kept->data() + cell.begin, cell.size};
+}
+
+void CCellBlock::PrefetchTexts(const SCellRow& row) {
+  for (const SCell& cell : CellsOf(row)) {
+    if (cell.begin == kText) {
+      Prefetch(cell.text);
+    }
+  }
 }
 
 void CCellBlock::Write(Report::CellArray& out, const SCellRow& row) {

@@ -69,7 +69,7 @@ class TALLY_API CCellBlock {
  public:
   CCellBlock() = default;
   /// One row with copies of the cells.
-  explicit CCellBlock(const Report::CellArray& cells) { AddRow(cells); }
+  explicit CCellBlock(const Report::CellArray& cells);
   CCellBlock(CCellBlock&& other) noexcept { Swap(other); }
   CCellBlock& operator=(CCellBlock&& other) noexcept {
     CCellBlock moved(std::move(other));
@@ -90,10 +90,9 @@ class TALLY_API CCellBlock {
 
   /// Appends a row; no cells, no row.
   void AddRow(std::span<const CCellSource> cells);
-  /// One row with copies of the cells.
-  void AddRow(const Report::CellArray& cells);
+  /// The same, for a row that is stated at once.
   template <class... TCells>
-  void AddTexts(TCells&&... cells) {
+  void AddCells(TCells&&... cells) {
     const CCellSource row[] = {CCellSource(std::forward<TCells>(cells))...};
     AddRow(row);
   }
@@ -128,6 +127,7 @@ class TALLY_API CCellBlock {
   static SCell CellOf(const CCellSource& source);
   static std::span<const SCell> CellsOf(const SCellRow& row);
   static std::wstring_view TextOf(const SCell& cell);
+  static void PrefetchTexts(const SCellRow& row);
   static void Write(Report::CellArray& out, const SCellRow& row);
   void Link(SCellRow* row) {
     (first_ == nullptr ? first_ : last_->next) = row;

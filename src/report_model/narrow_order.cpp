@@ -1,7 +1,9 @@
 #include "report_model/narrow_order.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
+#include <cstdint>
 
 #include "platform/code_page.h"
 #include "platform/text_numbers.h"
@@ -61,6 +63,52 @@ std::string NarrowWithoutBlanks(std::wstring_view text) {
 
 int CompareAsNarrow(std::wstring_view a, std::wstring_view b) {
   return a == b ? 0 : ToNarrowText(a).compare(ToNarrowText(b));
+}
+
+void CNaturalOrderProof::Add(std::string_view text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (IsNumberByte(text[i])) {
+      const std::string_view run = NumberRun(text, i);
+      numbers_.emplace_back(ReadLeadingNumber(run), run);
+      i += run.size() - 1;
+    }
+  }
+}
+
+bool CNaturalOrderProof::Holds() {
+  std::sort(numbers_.begin(), numbers_.end());
+  numbers_.erase(std::unique(numbers_.begin(), numbers_.end()), numbers_.end());
+  for (std::size_t i = 0; i < numbers_.size(); ++i) {
+    const auto& [value, text] = numbers_[i];
+    if (text.front() == '.' || (i > 0 && value == numbers_[i - 1].first)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+std::string CNaturalOrderProof::Key(std::string_view text, bool ascending) {
+  // Turns signed bytes into unsigned ones of the same order.
+  constexpr unsigned kSign = 0x80;
+  constexpr unsigned kByte = 8;
+  constexpr unsigned kBits = 64;
+  const auto byteOf = [](unsigned char c) { return static_cast<char>(c ^ kSign); };
+  std::string key;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (!IsNumberByte(text[i])) {
+      key += byteOf(static_cast<unsigned char>(text[i]));
+      continue;
+    }
+    const std::string_view run = NumberRun(text, i);
+    i += run.size() - 1;
+    // All digits compare alike with what is no number. The bits of numbers from 0 up are in order.
+    key += byteOf('0');
+    const auto bits = std::bit_cast<std::uint64_t>(ReadLeadingNumber(run));
+    for (unsigned shift = kBits; shift > 0; shift -= kByte) {
+      key += static_cast<char>((ascending ? bits : ~bits) >> (shift - kByte));
+    }
+  }
+  return key;
 }
 
 SAttSortKey::SAttSortKey(std::wstring_view nameText, std::wstring_view valueText)

@@ -4,6 +4,8 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 /// The natural three-way compare of two narrow texts: below zero when `a` goes first, above when
 /// `b` does. Bytes compare as signed 8-bit values, numbers by their value; with `ascending` false
@@ -17,6 +19,20 @@ std::string NarrowWithoutBlanks(std::wstring_view text);
 /// Plain order of two wide texts by their narrow forms, below zero when `a` goes first. Equal wide
 /// texts are not converted.
 int CompareAsNarrow(std::wstring_view a, std::wstring_view b);
+
+/// Tells whether CompareNatural is an order of some texts.
+class CNaturalOrderProof {
+ public:
+  /// Takes the numbers of a text, which must outlive the object.
+  void Add(std::string_view text);
+  /// Whether no two of them have one value but differ, and none begins with its point. Then all
+  /// texts have an order, that of their keys, and only equal ones are equal.
+  bool Holds();
+  static std::string Key(std::string_view text, bool ascending);
+
+ private:
+  std::vector<std::pair<double, std::string_view>> numbers_;
+};
 
 /// What attribute rows are sorted by, kept from the fold on so that no request converts it again.
 struct SAttSortKey {

@@ -127,9 +127,9 @@ int CReportDataMethod::GetSysCodeLevel(const std::wstring& path) {
   return levels > 0 && parts.back().starts_with(L'*') ? levels - 1 : levels;
 }
 
-std::wstring CReportDataMethod::GetSysCodeLevelName(const std::wstring& path, int level) {
+std::wstring CReportDataMethod::GetSysCodeLevelName(std::wstring_view path, int level) {
   if (level == SYSCODE_LEVEL_COUNT) {
-    return path;
+    return std::wstring(path);
   }
   std::wstring name;
   const Report::CellArray parts = SplitText(path, kPathSeparator);

@@ -137,7 +137,7 @@ class CReportDataMethod {
   /// Number of levels, without a last one that begins with "*".
   static int GetSysCodeLevel(const std::wstring& path);
   /// The first `level` levels; the path as it stands for level 3.
-  static std::wstring GetSysCodeLevelName(const std::wstring& path, int level);
+  static std::wstring GetSysCodeLevelName(std::wstring_view path, int level);
   /// The remark of the path up to its first "\*", in round brackets; empty where there is none.
   static std::wstring GetSysCodeRemark(const std::wstring& spec, const std::wstring& path);
   /// Looks for the first line of `text` that begins with `prefix` and stores it in `line`. True,

@@ -138,6 +138,7 @@ struct SDetailItem {
   sReportData place;  ///< without a result
   const SAttSortKey* attribute = nullptr;
   SAttPlaces attPlaces;
+  int namePlace = -1;                  ///< of its name as a narrow text, where these all differ
   const std::wstring* name = nullptr;  ///< one object for each text of the group
   const std::wstring* unit = nullptr;  ///< likewise
   std::size_t first = 0;               ///< its results in SDetailSums::details
@@ -218,11 +219,11 @@ class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
  public:
   std::wstring GetKey() const override;
   CNodeKey GetFiledKey() const override { return {name}; }
-  int sortId = 0;         ///< CTallyDataMng::GetSysCodeSortId at the fold
-  std::wstring name;      ///< of this level alone
-  std::wstring fullName;  ///< path from the first level, joined by "\"
-  /// Remark of `fullName` up to its first "\*" (CTallyDataMng::GetSysCodeRemark), without brackets;
-  /// the text belongs to the store.
+  int sortId = 0;  ///< CTallyDataMng::GetSysCodeSortId at the fold
+  // The texts belong to the store.
+  std::wstring_view name;      ///< of this level alone
+  std::wstring_view fullName;  ///< path from the first level, joined by "\"
+  /// Remark of `fullName` up to its first "\*" (CTallyDataMng::GetSysCodeRemark), without brackets.
   std::wstring_view remark;
   std::map<std::wstring, IReportDataNode*> extra;  ///< not owned
   SWholeSum whole;                                 ///< of children, the first ones to come

@@ -9,12 +9,13 @@
 /// One level of a system code: what its node holds.
 struct SSysCodeStep {
   /// Looks the sort number and the remark up, as CReportSysCode tells.
-  SSysCodeStep(const std::wstring& spec, std::wstring levelName, std::wstring levelPath);
+  SSysCodeStep(const std::wstring& spec, std::wstring_view levelName, std::wstring_view levelPath);
 
-  std::wstring name;
-  std::wstring fullName;
+  // The texts belong to the store.
+  std::wstring_view name;
+  std::wstring_view fullName;
   int sortId;
-  std::wstring_view remark;  ///< belongs to the store
+  std::wstring_view remark;
 };
 
 /// The levels of a system code as CReportDataMethod::GetSysCodeName completes it, the first ahead;

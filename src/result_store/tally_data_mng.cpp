@@ -60,6 +60,7 @@ void CTallyDataMng::ClearData() {
   qdDe_ = {};
   categorySortIds_.clear();
   sysCodeSortIds_.clear();
+  keptTexts_.clear();
   smallIndexTree_.clear();
   sysCodeTree_.clear();
   floorTree_.clear();
@@ -187,6 +188,14 @@ const CTallyDataMng::SSysCodeEntry* CTallyDataMng::FindSysCode(std::wstring_view
 int CTallyDataMng::GetSysCodeSortId(std::wstring_view spec, std::wstring_view path) const {
   const SSysCodeEntry* entry = FindSysCode(spec, path);
   return entry == nullptr ? kUnknownSortId : entry->sortId;
+}
+
+std::wstring_view CTallyDataMng::KeepText(std::wstring_view text) {
+  auto at = keptTexts_.find(text);
+  if (at == keptTexts_.end()) {
+    at = keptTexts_.emplace(text).first;
+  }
+  return *at;
 }
 
 std::wstring CTallyDataMng::GetSysCodeRemark(std::wstring_view spec, std::wstring_view path) const {

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -67,6 +68,8 @@ class TALLY_API CTallyDataMng {
     std::wstring remark;
   };
   const SSysCodeEntry* FindSysCode(std::wstring_view spec, std::wstring_view path) const;
+  /// The text, kept until the project is closed: what the trees of all reports have in common.
+  std::wstring_view KeepText(std::wstring_view text);
 
   /// The marks of a bill item, a line "name: value" each; empty where it has none.
   std::wstring GetQdFeather(const std::wstring& code);
@@ -120,6 +123,7 @@ class TALLY_API CTallyDataMng {
   SLazySet<KorDMRec::SKorDMQdDeResultData> qdDe_;
   TextMap<TextMap<int>> categorySortIds_;
   TextMap<TextMap<SSysCodeEntry>> sysCodeSortIds_;
+  std::set<std::wstring, std::less<>> keptTexts_;
   std::vector<KorDMRec::SKorDMAllSmallIndexRec> smallIndexTree_;
   std::vector<KorDMRec::SKorDMAllSysCodeRec> sysCodeTree_;
   std::vector<KorDMRec::SKorDMFloorRec> floorTree_;

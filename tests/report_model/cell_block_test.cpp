@@ -14,8 +14,8 @@ using Report::CellArray;
 TEST(CellBlock, KeepsRowsInOrder) {
   CCellBlock block;
   EXPECT_TRUE(block.Empty());
-  block.AddTexts(L"@A", L"DN25");
-  block.AddTexts(L"@CI");
+  block.AddCells(L"@A", L"DN25");
+  block.AddCells(L"@CI");
   EXPECT_FALSE(block.Empty());
   EXPECT_EQ(block.Size(), 3U);
   EXPECT_EQ(block.Cells(), (CellArray{L"@A", L"DN25", L"@CI"}));
@@ -43,7 +43,7 @@ TEST(CellBlock, TakesAllOfAnotherBlock) {
 
 TEST(CellBlock, MovesBehindTheCellsThatWereThere) {
   CCellBlock block{CellArray{L"b"}};
-  block.AddTexts(L"c");
+  block.AddCells(L"c");
   CellArray out{L"a"};
   block.MoveTo(out);
   EXPECT_EQ(out, (CellArray{L"a", L"b", L"c"}));
@@ -55,7 +55,7 @@ TEST(CellBlock, MovesBehindTheCellsThatWereThere) {
 TEST(CellBlock, PrintsNumbersAndViewsTextsWhenItIsWritten) {
   std::wstring seen = L"DN20";
   CCellBlock block;
-  block.AddTexts(L"@A", seen, std::wstring(L"a text of a moment"), 12.5, CCellSource::Copied(seen));
+  block.AddCells(L"@A", seen, std::wstring(L"a text of a moment"), 12.5, CCellSource::Copied(seen));
   seen[3] = L'5';
   CellArray out;
   block.MoveTo(out);
@@ -65,14 +65,14 @@ TEST(CellBlock, PrintsNumbersAndViewsTextsWhenItIsWritten) {
 TEST(CellBlock, ShowsSlicesOfATextThatIsWrittenLater) {
   CCellBlock block;
   auto kept = std::make_unique<SKeptText>();
-  block.AddTexts(L"@S1", CCellSource::Slice(*kept, 0, 4));
-  block.AddTexts(L"@S2", CCellSource::Slice(*kept, 2, 2), CCellSource::Slice(*kept, 4, 0));
+  block.AddCells(L"@S1", CCellSource::Slice(*kept, 0, 4));
+  block.AddCells(L"@S2", CCellSource::Slice(*kept, 2, 2), CCellSource::Slice(*kept, 4, 0));
   kept->text = L"a$b$";
   block.Keep(std::move(kept));
   CCellBlock out;
-  out.AddTexts(L"@F");
+  out.AddCells(L"@F");
   out.Append(std::move(block));
-  out.AddTexts(L"@L");
+  out.AddCells(L"@L");
   const CellArray cells{L"@F", L"@S1", L"a$b$", L"@S2", L"b$", L"", L"@L"};
   EXPECT_EQ(out.Size(), cells.size());
   const CCellBlock copy = out;

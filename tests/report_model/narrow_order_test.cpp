@@ -7,6 +7,7 @@
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/code_page.h"
 #include "report_model/report_data_method.h"
@@ -156,6 +157,42 @@ TEST_F(NarrowOrder, BlanksAreCutFromTheNarrowText) {
             "\xB0\xA1"
             "A");
   EXPECT_EQ(NarrowWithoutBlanks(L"   "), "");
+}
+
+bool IsProvedOrder(const std::vector<std::string>& texts) {
+  CNaturalOrderProof proof;
+  for (const std::string& text : texts) {
+    proof.Add(text);
+  }
+  return proof.Holds();
+}
+
+TEST_F(NarrowOrder, NaturalOrderIsProvedForTextsWhoseNumbersDifferInValue) {
+  EXPECT_TRUE(IsProvedOrder({}));
+  EXPECT_TRUE(IsProvedOrder({"", "DN", "DN1.0", "DN15", "DN1.0x15", "800*320"}));
+  EXPECT_FALSE(IsProvedOrder({"DN1.0", "DN15", "PN1"}));
+  EXPECT_FALSE(IsProvedOrder({"DN015", "DN15"}));
+  EXPECT_FALSE(IsProvedOrder({"1.2.3", "1.2.9"}));
+  EXPECT_FALSE(IsProvedOrder({"a.5"}));
+  EXPECT_FALSE(IsProvedOrder({"a."}));
+}
+
+TEST_F(NarrowOrder, NaturalKeysOfAProvedOrderCompareAsTheTexts) {
+  const std::vector<std::string> texts = {"",      " ",      "-",     "/",        ":",    "15",
+                                          "9",     "100",    "1.5",   "DN",       "DN9",  "DN15",
+                                          "DN15x", "DN15x2", "DN150", "\xC0\xA1", "\x7F", "DN-9"};
+  ASSERT_TRUE(IsProvedOrder(texts));
+  for (const bool ascending : {true, false}) {
+    for (const std::string& a : texts) {
+      for (const std::string& b : texts) {
+        const int order =
+            CNaturalOrderProof::Key(a, ascending).compare(CNaturalOrderProof::Key(b, ascending));
+        const int expected = CompareNatural(a, b, ascending);
+        EXPECT_EQ(order < 0, expected < 0) << a << " and " << b;
+        EXPECT_EQ(order > 0, expected > 0) << a << " and " << b;
+      }
+    }
+  }
 }
 
 }  // namespace

@@ -227,7 +227,8 @@ std::vector<std::wstring> Chain(const Report::NodeMap& root) {
   const Report::NodeMap* level = &root;
   while (level->size() == 1) {
     const auto* node = NodeAs<CReportSysCode>(level->begin()->second);
-    chain.push_back(node->name + L" " + node->fullName + L" " + std::to_wstring(node->sortId));
+    chain.push_back(std::wstring(node->name) + L" " + std::wstring(node->fullName) + L" " +
+                    std::to_wstring(node->sortId));
     level = &node->children;
   }
   return chain;
@@ -499,6 +500,7 @@ TEST_F(ReportDataNode, NodeAsIsNullForAnotherClassAndForNull) {
   EXPECT_EQ(NodeAs<CReportSpec>(node), node);
   EXPECT_EQ(NodeAs<CReportFloor>(node), nullptr);
   EXPECT_EQ(NodeAs<CReportSpec>(static_cast<IReportDataNode*>(nullptr)), nullptr);
+  EXPECT_EQ(NodeAs<CReportSpec>(static_cast<const IReportDataNode*>(nullptr)), nullptr);
   EXPECT_EQ(NodeAs<CReportSpec>(nodes.begin()->second), node);
 }
 
@@ -524,6 +526,19 @@ CountedNode& AddCounted(Report::NodeMap& children, const std::wstring& key) {
   CountedNode& added = *node;
   children.insert(children.lower_bound(key), std::move(node));
   return added;
+}
+
+TEST(NodeMap, CountsAllNodesBelow) {
+  Report::NodeMap nodes;
+  EXPECT_EQ(nodes.CountAll(), 0U);
+  CountedNode& a = AddCounted(nodes, L"a");
+  AddCounted(nodes, L"b");
+  AddCounted(AddCounted(a.children, L"c").children, L"d");
+  AddCounted(a.children, L"e");
+  EXPECT_EQ(nodes.CountAll(), 5U);
+  EXPECT_EQ(a.children.CountAll(), 3U);
+  nodes.clear();
+  EXPECT_EQ(nodes.CountAll(), 0U);
 }
 
 TEST(ClearChildren, FreesAllBelowAndLetsTheNodeBeFilledAgain) {

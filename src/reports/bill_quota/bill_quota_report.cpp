@@ -11,11 +11,11 @@ namespace {
 
 void AddBillRow(CCellBlock& out, const CReportQdDeItem& bill, const std::wstring& unit,
                 double quantity) {
-  out.AddTexts(L"@QD", bill.code, bill.name, bill.feature, unit, quantity);
+  out.AddCells(L"@QD", bill.code, bill.name, bill.feature, unit, quantity);
 }
 
 void AddQuotaRow(CCellBlock& out, const CReportQdDeItem& quota, double quantity) {
-  out.AddTexts(L"@DE", quota.code, quota.name, quota.unit, quantity);
+  out.AddCells(L"@DE", quota.code, quota.name, quota.unit, quantity);
 }
 
 void PutItemBlock(std::set<CQDDEData>& blocks, const CReportQdDeItem& item, CCellBlock&& rows) {
@@ -49,9 +49,9 @@ CCellBlock CBillQuotaReport::ChapterRows(CSummaryWalk& walk, const CReportChapte
   CCellBlock rows;
   if (!blocks.empty()) {
     if (shape_.showsChapterNumber) {
-      rows.AddTexts(L"@C", chapter.name, IntText(chapter.number));
+      rows.AddCells(L"@C", chapter.name, IntText(chapter.number));
     } else {
-      rows.AddTexts(L"@C", chapter.name);
+      rows.AddCells(L"@C", chapter.name);
     }
     CReportDataMethod::ChangeQDDEResult(rows, std::move(blocks));
   }
@@ -140,7 +140,7 @@ bool CBillQuotaReport::AddAttribute(CSummaryWalk& walk, double& sum, CCellBlock&
   }
   sum += local;
   if (shape_.attributeRow.Holds(level)) {
-    out.AddTexts(L"@A", attribute.name, attribute.value, unit, local);
+    out.AddCells(L"@A", attribute.name, attribute.value, unit, local);
   }
   out.Append(std::move(floors));
   return true;

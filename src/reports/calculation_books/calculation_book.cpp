@@ -1,10 +1,60 @@
 #include "reports/calculation_books/calculation_book.h"
 
+#include <array>
+#include <memory>
 #include <set>
+#include <string>
 #include <utility>
 
 #include "report_model/report_data_method.h"
 #include "reports/shared/category_blocks.h"
+
+namespace {
+
+void AddItemRow(CCellBlock& out, const CReportCalItem& item, CCellSource formula,
+                CCellSource references, const std::array<double, 4>& sums) {
+  out.AddCells(L"@CI", item.name, item.unit, formula, references, sums[0], sums[1], sums[2],
+               sums[3]);
+}
+
+CCellBlock WholeRow(const CReportCalItem& item) {
+  CCellBlock row;
+  if (const SItemFigures* figures = item.wholeFigures.get()) {
+    AddItemRow(row, item, figures->formula, figures->references, figures->sums);
+  }
+  return row;
+}
+
+CCellBlock PartRow(const CReportCalItem& item, std::unique_ptr<const SItemFigures> figures) {
+  CCellBlock row;
+  if (figures != nullptr) {
+    AddItemRow(row, item, CCellSource::Copied(figures->formula),
+               CCellSource::Copied(figures->references), figures->sums);
+  }
+  return row;
+}
+
+// Nodes above calculation items have a limited depth.
+template <class TFigures>
+void KeepBelow(const Report::NodeMap& children, const std::wstring& spec, const std::wstring& main,
+               const TFigures& figuresOf) {
+  for (const auto& child : children.InOrder()) {
+    if (auto* item = NodeAs<CReportCalItem>(child.get())) {
+      item->wholeFigures = figuresOf(*item, item->name == main);
+    } else if (const auto* category = NodeAs<CReportCategory>(child)) {
+      KeepBelow(category->children, spec, MainCalItemOf(spec, *category), figuresOf);
+    } else {
+      KeepBelow(child->children, spec, main, figuresOf);
+    }
+  }
+}
+
+}  // namespace
+
+void CCalculationBook::KeepFigures(const ItemFigures& figuresOf) const {
+  ForEachChild<CReportSpec>(
+      root, [&](const CReportSpec& node) { KeepBelow(node.children, node.name, {}, figuresOf); });
+}
 
 CCellBlock CCalculationBook::FloorBlocks(const CReportSpec& node, const FloorRows& rowsOf) const {
   std::set<CFloorResultData> blocks;
@@ -15,7 +65,7 @@ CCellBlock CCalculationBook::FloorBlocks(const CReportSpec& node, const FloorRow
         CCellBlock rows = rowsOf(floor, picked);
         if (!rows.Empty()) {
           CCellBlock block;
-          block.AddTexts(L"@F", drawingFloor, shownFloor);
+          block.AddCells(L"@F", drawingFloor, shownFloor);
           block.Append(std::move(rows));
           CFloorResultData result(shownFloor);
           result.SetResult(std::move(block));
@@ -41,7 +91,7 @@ void CCalculationBook::AddTypes(CCellBlock& lineWork, CCellBlock& out, const IRe
       return;
     }
     CCellBlock block;
-    block.AddTexts(L"@T", type.name);
+    block.AddCells(L"@T", type.name);
     block.Append(std::move(rows));
     if (isLineWork) {
       lineWork.Append(std::move(block));
@@ -53,25 +103,28 @@ void CCalculationBook::AddTypes(CCellBlock& lineWork, CCellBlock& out, const IRe
   CReportDataMethod::ChangeTypeResult(out, std::move(others));
 }
 
-CCellBlock CCalculationBook::KindBlocks(const Report::NodeMap& children,
-                                        const ItemRows& rowsOf) const {
+CCellBlock CCalculationBook::KindBlocks(const Report::NodeMap& children, ETake take,
+                                        const ItemFigures& figuresOf) const {
   return CategoryBlocks(children, condition.categories, [&](const CReportCategory& category) {
     const std::wstring main = MainCalItemOf(spec, category);
     return AttributeBlocks(spec, category, [&](const CReportAttribute& attribute) {
       CCellBlock items;
       std::set<CCalItemResultData> others;
       ForEachChild<CReportCalItem>(attribute.children, [&](const CReportCalItem& item) {
-        if (item.name == main) {
-          items.Append(rowsOf(item, true));
+        const bool isMain = item.name == main;
+        CCellBlock row =
+            take == ETake::Whole ? WholeRow(item) : PartRow(item, figuresOf(item, isMain));
+        if (isMain) {
+          items.Append(std::move(row));
         } else {
           // Put in without rows as well: it then holds the place of its key.
-          PutBlock(others, CCalItemResultData(item.name, item.unit, rowsOf(item, false)));
+          PutBlock(others, CCalItemResultData(item.name, item.unit, std::move(row)));
         }
       });
       CReportDataMethod::ChangeCalItemResult(items, std::move(others));
       CCellBlock rows;
       if (!items.Empty()) {
-        rows.AddTexts(L"@A", attribute.name, attribute.value);
+        rows.AddCells(L"@A", attribute.name, attribute.value);
         rows.Append(std::move(items));
       }
       return rows;

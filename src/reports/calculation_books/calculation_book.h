@@ -3,6 +3,7 @@
 #define TALLY_REPORTS_CALCULATION_BOOKS_CALCULATION_BOOK_H_
 
 #include <functional>
+#include <memory>
 #include <string>
 
 #include "report_mng/report_status_mng.h"
@@ -37,9 +38,14 @@ class CCalculationBook : public CNodeReport {
   /// Makes the rows of one floor.
   using FloorRows =
       std::function<CCellBlock(const CReportFloor& floor, const CPickedFloor& picked)>;
-  /// Makes the rows of one calculation item.
-  using ItemRows = std::function<CCellBlock(const CReportCalItem& item, bool isMain)>;
+  /// Adds up one calculation item; null where nothing counts.
+  using ItemFigures =
+      std::function<std::unique_ptr<const SItemFigures>(const CReportCalItem& item, bool isMain)>;
+  /// Whether a request takes all of an item, so that what the fold kept serves it.
+  enum class ETake { Whole, Part };
 
+  /// Ends the fold of a book that shows KindBlocks: keeps what `figuresOf` makes of each item.
+  void KeepFigures(const ItemFigures& figuresOf) const;
   /// The "@F" blocks of the floors that the filter selects, by height: floor node, selected floor,
   /// then the rows. A floor without rows has no block.
   CCellBlock FloorBlocks(const CReportSpec& node, const FloorRows& rowsOf) const;
@@ -50,9 +56,11 @@ class CCalculationBook : public CNodeReport {
   void AddTypes(CCellBlock& lineWork, CCellBlock& out, const IReportDataNode& node,
                 const NodeRows& rowsOf) const;
   /// The component kinds among `children` that the filter selects, by sort number: "@Cg" path, then
-  /// for each attribute "@A" name, value, the rows of the main item, those of the others by name
-  /// and unit.
-  CCellBlock KindBlocks(const Report::NodeMap& children, const ItemRows& rowsOf) const;
+  /// for each attribute "@A" name, value, the row of the main item, those of the others by name and
+  /// unit. A row is "@CI", name, unit, formula, references, four sums. `figuresOf` makes the
+  /// figures of items that are taken in part.
+  CCellBlock KindBlocks(const Report::NodeMap& children, ETake take,
+                        const ItemFigures& figuresOf) const;
 };
 
 #endif  // TALLY_REPORTS_CALCULATION_BOOKS_CALCULATION_BOOK_H_

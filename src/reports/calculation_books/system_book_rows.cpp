@@ -35,11 +35,17 @@ bool CSystemBookRows::SXhlSysjssData::operator<(const SXhlSysjssData& other) con
     return CategorySortId < other.CategorySortId;
   }
   if (Attribute != other.Attribute) {
-    if (Attribute->name != other.Attribute->name) {
+    if (Attribute->places.ascending >= 0) {
+      const auto place = LineSortDown ? &SAttPlaces::descending : &SAttPlaces::ascending;
+      if (Attribute->places.*place != other.Attribute->places.*place) {
+        return Attribute->places.*place < other.Attribute->places.*place;
+      }
+    } else if (Attribute->name != other.Attribute->name) {
       return CompareNatural(Attribute->sortKey->narrowName, other.Attribute->sortKey->narrowName,
                             !LineSortDown) < 0;
     }
-    if (Attribute->value != other.Attribute->value) {
+    if (Attribute->sortKey != other.Attribute->sortKey &&
+        Attribute->value != other.Attribute->value) {
       return Attribute->value < other.Attribute->value;
     }
   }
@@ -53,24 +59,31 @@ bool CSystemBookRows::SXhlSysjssData::operator<(const SXhlSysjssData& other) con
   if (IsMainItem != other.IsMainItem) {
     return IsMainItem;
   }
+  if (Item == other.Item) {
+    return false;
+  }
   if (Item->name != other.Item->name) {
     return CompareAsNarrow(Item->name, other.Item->name) < 0;
   }
   return CompareAsNarrow(Item->unit, other.Item->unit) < 0;
 }
 
-CSystemBookRows::SShownSysCode CSystemBookRows::Show(const CReportSysCode& sysCode) {
-  SShownSysCode shown;
-  if (level_ == ELevel::LevelNode) {
-    return shown;
+const CShownSystems::SSysCode& CShownSystems::Of(const CReportSysCode& sysCode) {
+  const auto [at, isNew] = sysCodes_.try_emplace(sysCode.fullName);
+  if (isNew && level_ != ELevel::LevelNode) {
+    at->second = Make(std::wstring(sysCode.fullName));
   }
+  return at->second;
+}
+
+CShownSystems::SSysCode CShownSystems::Make(const std::wstring& path) {
+  SSysCode shown;
   const CTallyDataMng* store = CTallyDataMng::Instance();
-  const std::wstring& path = sysCode.fullName;
   std::wstring text =
       CReportDataMethod::GetSysCodeLevelName(path, CXhlJss2SReport::GetSysCodeLevel(level_));
   shown.sortId = store->GetSysCodeSortId(spec_, WithoutPseudoLevel(text));
   text += CReportDataMethod::GetSysCodeRemark(spec_, text);
-  shown.text = &*shownTexts_.insert(std::move(text)).first;
+  shown.text = &*texts_.insert(std::move(text)).first;
 
   const auto separators = std::count(path.begin(), path.end(), L'\\');
   const bool isCut = level_ == ELevel::LevelSysCode1 && separators == 2;
@@ -86,14 +99,14 @@ CSystemBookRows::SShownSysCode CSystemBookRows::Show(const CReportSysCode& sysCo
 }
 
 void CSystemBookRows::AddCategory(const CReportSysCode& holder, const CReportCategory& category) {
-  const SShownSysCode shown = Show(holder);
+  const CShownSystems::SSysCode& shown = shown_.Of(holder);
   const std::wstring main = MainCalItemOf(spec_, category);
   SXhlSysjssData head;
   head.LineSortDown = SortsLargerFirst(spec_, category);
   head.SysCodeSortId = shown.sortId;
   head.CategorySortId = category.sortId;
   head.SysCode = shown.text;
-  head.Category = &category;
+  head.Category = &shown_.PathOf(category);
   ForEachChild<CReportAttribute>(category.children, [&](const CReportAttribute& attribute) {
     head.Attribute = &attribute;
     ForEachChild<CReportCalItem>(attribute.children, [&](const CReportCalItem& item) {
@@ -104,7 +117,7 @@ void CSystemBookRows::AddCategory(const CReportSysCode& holder, const CReportCat
   });
 }
 
-void CSystemBookRows::AddItem(const SShownSysCode& shown, const SXhlSysjssData& head) {
+void CSystemBookRows::AddItem(const CShownSystems::SSysCode& shown, const SXhlSysjssData& head) {
   int loopNumber = 1;
   RowFind find;
   ForEachChild<CReportResultDetail>(head.Item->children, [&](const CReportResultDetail& detail) {
@@ -154,7 +167,7 @@ void CSystemBookRows::AddDetail(const SXhlSysjssData& head, RowFind& find,
   }
 }
 
-void CSystemBookRows::AddChild(const SShownSysCode& shown, const SXhlSysjssData& head,
+void CSystemBookRows::AddChild(const CShownSystems::SSysCode& shown, const SXhlSysjssData& head,
                                const CReportResultDetail& detail, int loopNumber) {
   SChildSysQ child;
   child.ChildSysCode = shown.childPath;
@@ -188,73 +201,61 @@ CSystemBookRows::Formulas CSystemBookRows::ChildrenByFormula() const {
   return formulas;
 }
 
-CCellBlock CSystemBookRows::TakeRows() {
+CCellBlock CSystemBookRows::TakeRows() const {
   CCellBlock out;
   const Formulas formulas = ChildrenByFormula();
-  while (!rows_.empty()) {
-    SXhlSysjssData row = std::move(rows_.extract(rows_.begin()).value());
-    out.Append(level_ == ELevel::LevelNode ? NodeRow(std::move(row)) : SysCodeRow(row, formulas));
+  for (const SXhlSysjssData& row : rows_) {
+    if (level_ == ELevel::LevelNode) {
+      AddNodeRow(out, row);
+    } else if (row.LoopNumber == 0) {
+      AddSysCodeRow(out, row, formulas);
+    } else {
+      AddLoopRow(out, row);
+    }
   }
   return out;
 }
 
-CCellBlock CSystemBookRows::NodeRow(SXhlSysjssData&& row) const {
-  constexpr std::size_t kCells = 14;
-  Report::CellArray cells;
-  cells.reserve(kCells);
-  cells.emplace_back(L"@Cg");
-  cells.push_back(row.Category->GetKey());
-  cells.emplace_back(L"@A");
-  cells.push_back(row.Attribute->name);
-  cells.push_back(row.Attribute->value);
-  cells.emplace_back(L"@CI");
-  cells.push_back(row.Item->name);
-  cells.push_back(row.Item->unit);
-  const std::wstring formula = NumberText(row.Quantity[0]);
-  cells.push_back(row.FloorCount == 1 ? formula : Multiplied(formula, row.FloorCount, L"层"));
-  cells.push_back(std::move(row.Expression));
-  AppendQuantities(cells, row.Quantity, row.FloorCount);
-  return CCellBlock(std::move(cells));
+void CSystemBookRows::AddNodeRow(CCellBlock& out, const SXhlSysjssData& row) {
+  std::wstring formula = NumberText(row.Quantity[0]);
+  if (row.FloorCount != 1) {
+    formula = Multiplied(formula, row.FloorCount, L"层");
+  }
+  out.AddCells(L"@Cg", *row.Category, L"@A", row.Attribute->name, row.Attribute->value, L"@CI",
+               row.Item->name, row.Item->unit, std::move(formula),
+               CCellSource::Copied(row.Expression), row.SumOf(0), row.SumOf(1), row.SumOf(2),
+               row.SumOf(3));
 }
 
-CCellBlock CSystemBookRows::SysCodeRow(const SXhlSysjssData& row, const Formulas& formulas) const {
-  constexpr std::size_t kCells = 17;
-  Report::CellArray cells;
-  cells.reserve(kCells);
-  cells.emplace_back(L"@S");
-  cells.push_back(*row.SysCode);
-  cells.emplace_back(L"@Cg");
-  cells.push_back(row.Category->GetKey());
-  cells.emplace_back(L"@A");
-  cells.push_back(row.Attribute->name);
-  cells.push_back(row.Attribute->value);
-  cells.emplace_back(row.LoopNumber == 0 ? L"@CI" : L"@L");
-  cells.push_back(row.Item->name);
-  cells.push_back(row.Item->unit);
+void CSystemBookRows::AddSysCodeRow(CCellBlock& out, const SXhlSysjssData& row,
+                                    const Formulas& formulas) {
   std::wstring formula;
   std::wstring expression;
-  if (row.LoopNumber != 0) {
-    cells.push_back(L"回路" + IntText(row.LoopNumber));
-    formula = row.Loop->GetRepeatFormula();
-    if (row.FloorCount > 1) {
-      formula = MultipliedInBrackets(formula, row.FloorCount, L"层");
-    }
-    AppendReferences(expression, *row.Loop);
-  } else if (row.IsMainItem) {
+  if (row.IsMainItem) {
     const auto at = formulas.find(
         {row.SysCodeSortId, row.CategorySortId, row.Attribute->name, row.Attribute->value});
     if (at != formulas.end()) {
-      CFormulaSum sum;
       for (const SChildSysQ* child : at->second) {
-        sum.AddTerm(NumberText(child->Quantity));
+        AddTerm(formula, child->Quantity);
         expression += child->Expression;
         expression += L'$';
       }
-      formula = sum.Formula();
     }
   }
-  cells.push_back(std::move(formula));
-  cells.push_back(std::move(expression));
-  AppendQuantities(cells, row.Quantity, row.FloorCount);
-  return CCellBlock(std::move(cells));
+  out.AddCells(L"@S", *row.SysCode, L"@Cg", *row.Category, L"@A", row.Attribute->name,
+               row.Attribute->value, L"@CI", row.Item->name, row.Item->unit, std::move(formula),
+               std::move(expression), row.SumOf(0), row.SumOf(1), row.SumOf(2), row.SumOf(3));
+}
+
+void CSystemBookRows::AddLoopRow(CCellBlock& out, const SXhlSysjssData& row) {
+  std::wstring formula = row.Loop->GetRepeatFormula();
+  if (row.FloorCount > 1) {
+    formula = MultipliedInBrackets(formula, row.FloorCount, L"层");
+  }
+  std::wstring expression;
+  AppendReferences(expression, *row.Loop);
+  out.AddCells(L"@S", *row.SysCode, L"@Cg", *row.Category, L"@A", row.Attribute->name,
+               row.Attribute->value, L"@L", row.Item->name, row.Item->unit,
+               L"回路" + IntText(row.LoopNumber), std::move(formula), std::move(expression),
+               row.SumOf(0), row.SumOf(1), row.SumOf(2), row.SumOf(3));
 }

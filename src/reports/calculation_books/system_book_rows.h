@@ -3,11 +3,13 @@
 #define TALLY_REPORTS_CALCULATION_BOOKS_SYSTEM_BOOK_ROWS_H_
 
 #include <array>
+#include <cstddef>
 #include <map>
 #include <set>
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <unordered_map>
 #include <vector>
 
 #include "report_model/cell_block.h"
@@ -16,18 +18,52 @@
 #include "reports/shared/repeated_find.h"
 #include "reports/shared/section_choice.h"
 
+/// What one level shows of system codes and component kinds. Lives for one request, whose cells
+/// view its texts.
+class CShownSystems {
+ public:
+  /// What the level makes of one system code.
+  struct SSysCode {
+    const std::wstring* text = nullptr;  ///< null at level 1; one object for each text
+    int sortId = 0;
+    std::wstring childPath;  ///< of the formula's child, without a circuit number
+    bool numbersChildren = false;
+    int parentSortId = 0;
+  };
+
+  CShownSystems(const std::wstring& spec, int level) : spec_(spec), level_(level) {}
+
+  const std::wstring& Spec() const { return spec_; }
+  int Level() const { return level_; }
+  const SSysCode& Of(const CReportSysCode& sysCode);
+  const std::wstring& PathOf(const CReportCategory& category) {
+    return *texts_.insert(category.GetKey()).first;
+  }
+
+ private:
+  SSysCode Make(const std::wstring& path);
+
+  const std::wstring& spec_;
+  const int level_;
+  std::unordered_map<std::wstring_view, SSysCode> sysCodes_;  // by full name
+  std::set<std::wstring> texts_;
+};
+
 /// Collects row candidates and the children that formulas list, then composes the rows. Lives for
 /// one node; views texts of the tree.
 class CSystemBookRows {
  public:
-  CSystemBookRows(const std::wstring& spec, int level, const CPickedFloor& picked,
-                  const CSectionChoice& sections)
-      : spec_(spec), level_(level), picked_(picked), sections_(sections) {}
+  CSystemBookRows(CShownSystems& shown, const CPickedFloor& picked, const CSectionChoice& sections)
+      : shown_(shown),
+        spec_(shown.Spec()),
+        level_(shown.Level()),
+        picked_(picked),
+        sections_(sections) {}
 
   /// Adds all details of a component kind that belong to the system code `holder`.
   void AddCategory(const CReportSysCode& holder, const CReportCategory& category);
-  /// The rows of all that was added; this object is spent afterwards.
-  CCellBlock TakeRows();
+  /// The rows of all that was added.
+  CCellBlock TakeRows() const;
 
  private:
   /// A row candidate. The texts it is keyed by are those of its nodes.
@@ -36,9 +72,9 @@ class CSystemBookRows {
     bool LineSortDown = true;
     int SysCodeSortId = 0;
     int CategorySortId = 0;
-    int LoopNumber = 0;                     ///< of a circuit's row, from 1; else 0
-    const std::wstring* SysCode = nullptr;  ///< with its remark; one object for each text
-    const CReportCategory* Category = nullptr;
+    int LoopNumber = 0;                           ///< of a circuit's row, from 1; else 0
+    const std::wstring* SysCode = nullptr;        ///< with its remark; one object for each text
+    const std::wstring* Category = nullptr;       ///< path
     const CReportAttribute* Attribute = nullptr;  ///< name and text
     const CReportCalItem* Item = nullptr;         ///< name and unit
     const CReportResultDetail* Loop = nullptr;    ///< a circuit's own detail
@@ -47,6 +83,7 @@ class CSystemBookRows {
     mutable std::array<double, 4> Quantity{};  ///< of one floor
     int FloorCount = 1;
 
+    double SumOf(std::size_t quantity) const { return FloorCount * Quantity[quantity]; }
     bool operator<(const SXhlSysjssData& other) const;
   };
   /// A child of a shown system code, a term of its formula.
@@ -65,37 +102,29 @@ class CSystemBookRows {
     }
     bool operator<(const SChildSysQ& other) const { return Key() < other.Key(); }
   };
-  /// What the level makes of one system code.
-  struct SShownSysCode {
-    const std::wstring* text = nullptr;  ///< null at level 1
-    int sortId = 0;
-    std::wstring childPath;  ///< of the formula's child, without a circuit number
-    bool numbersChildren = false;
-    int parentSortId = 0;
-  };
   /// The children that one row's formula lists have this in common with the row.
   using FormulaKey = std::tuple<int, int, std::wstring_view, std::wstring_view>;
   using Formulas = std::map<FormulaKey, std::vector<const SChildSysQ*>>;
 
   using RowFind = TRepeatedFind<std::set<SXhlSysjssData>>;
 
-  SShownSysCode Show(const CReportSysCode& sysCode);
-  void AddItem(const SShownSysCode& shown, const SXhlSysjssData& head);
+  void AddItem(const CShownSystems::SSysCode& shown, const SXhlSysjssData& head);
   void AddDetail(const SXhlSysjssData& head, RowFind& find, const CReportResultDetail& detail,
                  int& loopNumber);
-  void AddChild(const SShownSysCode& shown, const SXhlSysjssData& head,
+  void AddChild(const CShownSystems::SSysCode& shown, const SXhlSysjssData& head,
                 const CReportResultDetail& detail, int loopNumber);
   Formulas ChildrenByFormula() const;
-  CCellBlock NodeRow(SXhlSysjssData&& row) const;
-  CCellBlock SysCodeRow(const SXhlSysjssData& row, const Formulas& formulas) const;
+  static void AddNodeRow(CCellBlock& out, const SXhlSysjssData& row);
+  static void AddSysCodeRow(CCellBlock& out, const SXhlSysjssData& row, const Formulas& formulas);
+  static void AddLoopRow(CCellBlock& out, const SXhlSysjssData& row);
 
+  CShownSystems& shown_;
   const std::wstring& spec_;
   const int level_;
   const CPickedFloor& picked_;
   const CSectionChoice& sections_;
   std::set<SXhlSysjssData> rows_;
   std::set<SChildSysQ> children_;
-  std::set<std::wstring> shownTexts_;
 };
 
 #endif  // TALLY_REPORTS_CALCULATION_BOOKS_SYSTEM_BOOK_ROWS_H_

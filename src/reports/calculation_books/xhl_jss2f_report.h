@@ -29,8 +29,7 @@ class TALLY_API CXhlJss2FReport final : public CCalculationBook {
   /// The system code level at which a calculation item's quantities are added up.
   static constexpr int s_iSysCodeLevel = 1;
 
-  CCellBlock CalItemRows(const CReportCalItem& item, bool isMain, const CPickedFloor& picked,
-                         const CSectionChoice& sections) const;
+  class CItemSums;
 };
 
 #endif  // TALLY_REPORTS_CALCULATION_BOOKS_XHL_JSS2F_REPORT_H_

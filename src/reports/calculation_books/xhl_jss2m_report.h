@@ -26,8 +26,7 @@ class TALLY_API CXhlJss2MReport final : public CCalculationBook {
                      const Report::SNewCondition& requestCondition, int sectionMode);
 
  private:
-  CCellBlock CalItemRows(const CReportCalItem& item, bool isMain,
-                         const CSectionChoice& sections) const;
+  class CItemSums;
 };
 
 #endif  // TALLY_REPORTS_CALCULATION_BOOKS_XHL_JSS2M_REPORT_H_

@@ -4,6 +4,7 @@
 
 #include "reports/calculation_books/system_book_rows.h"
 #include "reports/shared/node_choice.h"
+#include "reports/shared/text_places.h"
 
 void CXhlJss2SReport::CreatData() {
   FoldDetails([](auto& fold, bool isDivided) {
@@ -13,6 +14,7 @@ void CXhlJss2SReport::CreatData() {
     }
     fold.SysCode().Category().Attribute().CalItem();
   });
+  PlaceAttributeNames(root);
 }
 
 int CXhlJss2SReport::GetSysCodeLevel(int level) {
@@ -36,14 +38,17 @@ void CXhlJss2SReport::GetSysJssData(Report::CellArray& rows, const std::wstring&
   if (node == nullptr) {
     return;
   }
+  CShownSystems systems(spec, level);
+  CShownSystems whole(spec, LevelNode);
+  CSysCodeWalk sysCodes(condition.sysCodes);
   RunSectionPasses(rows, sectionMode, [&](const CSectionChoice& sections) {
     return FloorBlocks(*node, [&](const CReportFloor& floor, const CPickedFloor& picked) {
       CCellBlock block;
       CCellBlock others;
       AddTypes(block, others, floor, [&](const IReportDataNode& parent, bool isLineWork) {
         // Only line work is broken down by system code.
-        CSystemBookRows sums(spec, isLineWork ? level : LevelNode, picked, sections);
-        ForEachCategoryBelow(parent, condition,
+        CSystemBookRows sums(isLineWork ? systems : whole, picked, sections);
+        ForEachCategoryBelow(sysCodes, parent, condition,
                              [&](const CReportSysCode& holder, const CReportCategory& category) {
                                sums.AddCategory(holder, category);
                              });

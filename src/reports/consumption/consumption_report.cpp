@@ -48,7 +48,7 @@ CCellBlock CConsumptionReport::AttributeRows(CSummaryWalk& walk, const CReportAt
   });
   CCellBlock rows;
   if (counted) {
-    rows.AddTexts(L"@A", attribute.name, attribute.value, std::move(sum.unit), sum.quantity);
+    rows.AddCells(L"@A", attribute.name, attribute.value, std::move(sum.unit), sum.quantity);
     rows.Append(std::move(mainRows));
     CReportDataMethod::ChangeCalItemResult(rows, std::move(others));
   }
@@ -68,9 +68,9 @@ bool CConsumptionReport::AddCalItem(CSummaryWalk& walk, Report::SResultData& tar
   target.quantity += sum;
   if (level != 0) {
     if (shape_.itemTexts == EItemTexts::Shown) {
-      out.AddTexts(L"@CI", item.name, item.text3, item.text4, item.unit, sum);
+      out.AddCells(L"@CI", item.name, item.text3, item.text4, item.unit, sum);
     } else {
-      out.AddTexts(L"@CI", item.name, item.unit, sum);
+      out.AddCells(L"@CI", item.name, item.unit, sum);
     }
   }
   out.Append(std::move(floors));

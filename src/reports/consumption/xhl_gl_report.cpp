@@ -4,13 +4,13 @@
 #include <set>
 #include <utility>
 
-#include "platform/text_numbers.h"
 #include "platform/text_tool.h"
 #include "report_mng/result_config.h"
 #include "report_model/report_data_method.h"
 #include "report_model/row_results.h"
 #include "reports/shared/node_choice.h"
 #include "reports/shared/row_folder.h"
+#include "reports/shared/sys_code_walk.h"
 #include "result_store/report_main_cal_item_data.h"
 #include "result_store/report_xhl_gl_type_data.h"
 #include "result_store/tally_data_mng.h"
@@ -31,6 +31,85 @@ struct CGroupResultData : SRowBlock {
 };
 
 }  // namespace
+
+// Adds up what a request counts, result by result in the order of the tree.
+class CXhlGlReport::CQuantityWalk {
+ public:
+  /// Without sections it takes those of every section.
+  CQuantityWalk(const Report::SNewCondition& condition, const CSectionChoice* sections)
+      : condition_(condition),
+        sections_(sections),
+        sysCodes_(condition.sysCodes),
+        takesFloors_(condition.sysCodes.empty() && condition.categories.empty() &&
+                     (sections == nullptr || sections->TakesAll())) {}
+
+  /// Whether nothing is left out: the sums kept at the attributes hold.
+  bool TakesAll() const { return takesFloors_ && condition_.floors.empty(); }
+
+  /// Adds the quantities below `item` to `total`; true if anything was counted.
+  bool Add(double& total, const CReportCalItem& item) {
+    bool counted = false;
+    ForEachChosenFloor<EPairKey::Floor>(item.children, condition_.floors,
+                                        [&](const CReportFloor& floor, const CPickedFloor& picked,
+                                            const std::wstring&, const std::wstring&) {
+                                          // A sum that begins at a floor is the one kept there;
+                                          // another one goes on from its own.
+                                          if (takesFloors_ && total == 0 && !picked.IsOther()) {
+                                            total = floor.whole.quantity;
+                                            counted |= floor.whole.counted;
+                                            return;
+                                          }
+                                          ForEachQuantity(floor, picked, [&](double quantity) {
+                                            total += quantity;
+                                            counted = true;
+                                          });
+                                        });
+    return counted;
+  }
+
+  /// Keeps the sums of an attribute and its floors. REQUIRES: TakesAll.
+  void Keep(CReportAttribute& attribute) {
+    for (const auto& child : attribute.children.InOrder()) {
+      if (auto* item = NodeAs<CReportCalItem>(child.get())) {
+        for (const auto& below : item->children.InOrder()) {
+          if (auto* floor = NodeAs<CReportFloor>(below.get())) {
+            ForEachQuantity(*floor, CPickedFloor(), [&](double quantity) {
+              for (SWholeSum* sum : {&floor->whole, &item->whole, &attribute.whole}) {
+                sum->quantity += quantity;
+                sum->counted = true;
+              }
+            });
+          }
+        }
+      }
+    }
+  }
+
+ private:
+  bool Takes(const CReportResult& result, const CPickedFloor& picked) const {
+    return (sections_ == nullptr || sections_->Takes(result.sgdName)) && picked.Takes(result);
+  }
+  template <class TVisit>
+  void ForEachQuantity(const CReportFloor& floor, const CPickedFloor& picked, TVisit&& visit) {
+    ForEachChosenCategory(
+        floor.children, condition_.categories, [&](const CReportCategory& category) {
+          sysCodes_.ForEachChosen(category, [&](const CReportSysCode& sysCode) {
+            sysCodes_.ForEachBelow(sysCode, [&](const auto&, const IReportDataNode& child) {
+              const auto* result = NodeAs<CReportResult>(&child);
+              if (result != nullptr && Takes(*result, picked)) {
+                visit(result->Quantity(picked.CountFor(*result)));
+              }
+              return true;
+            });
+          });
+        });
+  }
+
+  const Report::SNewCondition& condition_;
+  const CSectionChoice* sections_;
+  CSysCodeWalk sysCodes_;
+  bool takesFloors_;
+};
 
 void CXhlGlReport::CreatData() {
   const auto& data = CTallyDataMng::Instance()->GetXhlGlData();
@@ -64,6 +143,21 @@ void CXhlGlReport::CreatData() {
     }
   }
   fold.Fold();
+  KeepSums();
+}
+
+void CXhlGlReport::KeepSums() const {
+  const Report::SNewCondition everything;
+  CQuantityWalk walk(everything, nullptr);
+  ForEachChild<CReportSpec>(root, [&](const CReportSpec& node) {
+    ForEachChild<CReportType>(node.children, [&](const CReportType& group) {
+      for (const auto& child : group.children.InOrder()) {
+        if (auto* attribute = NodeAs<CReportAttribute>(child.get())) {
+          walk.Keep(*attribute);
+        }
+      }
+    });
+  });
 }
 
 void CXhlGlReport::GetGlData(Report::CellArray& rows, const std::wstring& requestSpec,
@@ -73,6 +167,7 @@ void CXhlGlReport::GetGlData(Report::CellArray& rows, const std::wstring& reques
     return;
   }
   RunSectionPasses(rows, bySgd, [&](const CSectionChoice& sections) {
+    CQuantityWalk walk(condition, &sections);
     std::set<CGroupResultData> blocks;
     ForEachChild<CReportType>(node->children, [&](const CReportType& group) {
       // The place of a group is read from the first kind that was filed under it.
@@ -84,7 +179,7 @@ void CXhlGlReport::GetGlData(Report::CellArray& rows, const std::wstring& reques
       const int sortId = CReportXHlGlTypeData::Instance()->GetSortId(spec, path[0], path[1]);
       // Only entries of the overview table have numbers below zero.
       const bool largerFirst = sortId < 0 && CResultConfig::Instance()->GetLineSortDowm();
-      CCellBlock block = GroupRows(group, largerFirst, sections);
+      CCellBlock block = GroupRows(group, largerFirst, walk);
       if (!block.Empty()) {
         PutBlock(blocks, CGroupResultData(sortId, group.GetKey(), std::move(block)));
       }
@@ -96,52 +191,25 @@ void CXhlGlReport::GetGlData(Report::CellArray& rows, const std::wstring& reques
 }
 
 CCellBlock CXhlGlReport::GroupRows(const CReportType& group, bool largerFirst,
-                                   const CSectionChoice& sections) const {
+                                   CQuantityWalk& walk) {
   std::set<CAttResultData> blocks;
   ForEachChild<CReportAttribute>(group.children, [&](const CReportAttribute& attribute) {
     double total = 0;
-    std::wstring unit;
+    const CReportCalItem* last = nullptr;
     ForEachChild<CReportCalItem>(attribute.children, [&](const CReportCalItem& item) {
-      // The last item's unit stands for the sum of all.
-      if (AddCalItem(total, item, sections)) {
-        unit = item.unit;
+      if (walk.TakesAll() ? item.whole.counted : walk.Add(total, item)) {
+        last = &item;
       }
     });
-    if (!unit.empty()) {
+    // The last item's unit stands for the sum of all.
+    if (last != nullptr && !last->unit.empty()) {
       CCellBlock row;
-      row.AddTexts(L"@A", attribute.name, std::move(unit), NumberText(total));
+      row.AddCells(L"@A", attribute.name, last->unit,
+                   walk.TakesAll() ? attribute.whole.quantity : total);
       PutBlock(blocks, CAttResultData(largerFirst, attribute.sortKey, std::move(row)));
     }
   });
   CCellBlock rows;
   CReportDataMethod::ChangeAttResult(rows, std::move(blocks));
   return rows;
-}
-
-bool CXhlGlReport::AddCalItem(double& total, const CReportCalItem& item,
-                              const CSectionChoice& sections) const {
-  bool counted = false;
-  ForEachChosenFloor<EPairKey::Floor>(
-      item.children, condition.floors,
-      [&](const CReportFloor& floor, const CPickedFloor& picked, const std::wstring&,
-          const std::wstring&) {
-        ForEachChosenCategory(
-            floor.children, condition.categories, [&](const CReportCategory& category) {
-              ForEachChosenSysCode(
-                  category, condition.sysCodes, [&](const CReportSysCode& sysCode) {
-                    ForEachBelowSysCode(
-                        sysCode, [&](const CReportSysCode&, const IReportDataNode& child) {
-                          const auto* result = NodeAs<CReportResult>(&child);
-                          if (result != nullptr && sections.Takes(result->sgdName) &&
-                              picked.Takes(*result)) {
-                            total += static_cast<double>(result->components.size()) *
-                                     result->quantity * picked.CountFor(*result);
-                            counted = true;
-                          }
-                          return true;
-                        });
-                  });
-            });
-      });
-  return counted;
 }

@@ -23,9 +23,10 @@ class TALLY_API CXhlGlReport final : public CNodeReport {
                          const Report::SNewCondition& requestCondition, int bySgd);
 
  private:
-  CCellBlock GroupRows(const CReportType& group, bool largerFirst,
-                       const CSectionChoice& sections) const;
-  bool AddCalItem(double& total, const CReportCalItem& item, const CSectionChoice& sections) const;
+  class CQuantityWalk;
+
+  void KeepSums() const;
+  static CCellBlock GroupRows(const CReportType& group, bool largerFirst, CQuantityWalk& walk);
 };
 
 #endif  // TALLY_REPORTS_CONSUMPTION_XHL_GL_REPORT_H_

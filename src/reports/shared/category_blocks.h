@@ -57,7 +57,7 @@ CCellBlock AttributeBlocks(const std::wstring& spec, const CReportCategory& cate
   });
   CCellBlock out;
   if (!blocks.empty()) {
-    out.AddTexts(L"@Cg", category.GetKey());
+    out.AddCells(L"@Cg", category.GetKey());
     CReportDataMethod::ChangeAttResult(out, std::move(blocks));
   }
   return out;

@@ -8,10 +8,10 @@
 #include <utility>
 #include <vector>
 
-#include "platform/text_tool.h"
 #include "report_model/report_data_method.h"
 #include "report_model/report_data_node.h"
 #include "reports/shared/picked_floor.h"
+#include "reports/shared/sys_code_walk.h"
 
 /// Calls `visit(const CReportCategory&)` for each child that `categories` selects: every component
 /// kind where it is empty; else, entry by entry, those whose path begins with an entry of one part
@@ -78,58 +78,13 @@ inline bool IsChosen(const CReportCategory& category, const Report::SNewConditio
          condition.categories.contains(category.GetKey());
 }
 
-/// Calls `visit(const CReportSysCode&)` for each system code below `node` that `sysCodes` selects:
-/// every child where it is empty, else the one at the end of each path, in list order, if it is
-/// there.
-template <class TVisit>
-void ForEachChosenSysCode(const IReportDataNode& node, const std::vector<std::wstring>& sysCodes,
-                          TVisit&& visit) {
-  if (sysCodes.empty()) {
-    ForEachChild<CReportSysCode>(node.children, visit);
-    return;
-  }
-  for (const std::wstring& path : sysCodes) {
-    std::vector<std::wstring> parts;
-    KorString::Split(path, parts, L'\\');
-    if (const CReportSysCode* sysCode = CReportDataMethod::FindSysCodeItem(&node, parts)) {
-      visit(*sysCode);
-    }
-  }
-}
-
-/// Goes through all that lies below a system code, in key order, into deeper system codes where
-/// they stand. Calls `visit(const CReportSysCode& holder, const IReportDataNode& child)` for every
-/// child that is no system code; where it answers false, the holder's further children are left
-/// out. Keeps its own stack: a code may have any number of levels.
-template <class TVisit>
-void ForEachBelowSysCode(const CReportSysCode& sysCode, TVisit&& visit) {
-  struct SLevel {
-    const CReportSysCode* holder;
-    Report::NodeMap::Nodes::const_iterator next;
-  };
-  std::vector<SLevel> levels{{&sysCode, sysCode.children.InOrder().begin()}};
-  while (!levels.empty()) {
-    SLevel& level = levels.back();
-    if (level.next == level.holder->children.InOrder().end()) {
-      levels.pop_back();
-      continue;
-    }
-    const IReportDataNode& child = **level.next++;
-    if (const auto* deeper = NodeAs<CReportSysCode>(&child)) {
-      levels.push_back({deeper, deeper->children.InOrder().begin()});
-    } else if (!visit(*level.holder, child)) {
-      levels.pop_back();
-    }
-  }
-}
-
 /// Calls `visit(const CReportSysCode& holder, const CReportCategory&)` for each component kind
-/// below the system codes of `parent` that the filter selects.
+/// below the system codes of `parent` that `sysCodes` and the filter select.
 template <class TVisit>
-void ForEachCategoryBelow(const IReportDataNode& parent, const Report::SNewCondition& condition,
-                          TVisit&& visit) {
-  ForEachChosenSysCode(parent, condition.sysCodes, [&](const CReportSysCode& sysCode) {
-    ForEachBelowSysCode(sysCode, [&](const CReportSysCode& holder, const IReportDataNode& child) {
+void ForEachCategoryBelow(CSysCodeWalk& sysCodes, const IReportDataNode& parent,
+                          const Report::SNewCondition& condition, TVisit&& visit) {
+  sysCodes.ForEachChosen(parent, [&](const CReportSysCode& sysCode) {
+    sysCodes.ForEachBelow(sysCode, [&](const CReportSysCode& holder, const IReportDataNode& child) {
       const auto* category = NodeAs<CReportCategory>(&child);
       if (category != nullptr && IsChosen(*category, condition)) {
         visit(holder, *category);

@@ -81,6 +81,23 @@ void CSummaryWalk::SetLevel(int level) {
   takesWholeFloors_ = takesWholeCodes_ && request_.sysCodes.empty();
 }
 
+namespace {
+
+// Lines show expressions, which lie in the result set far apart.
+void PrefetchExpressions(const std::vector<CReportSysCode*>& sysCodes) {
+  CSysCodeWalk walk({});
+  for (const CReportSysCode* sysCode : sysCodes) {
+    walk.ForEachBelow(*sysCode, [](const CReportSysCode&, const IReportDataNode& child) {
+      if (const auto* result = NodeAs<CReportResult>(&child)) {
+        Prefetch(result->expression.data());
+      }
+      return true;
+    });
+  }
+}
+
+}  // namespace
+
 bool CSummaryWalk::AddFloor(double& sum, CCellBlock& out, const CReportFloor& node,
                             const CPickedFloor& picked, const std::wstring& shownFloor) {
   SWholeSum local;
@@ -91,7 +108,11 @@ bool CSummaryWalk::AddFloor(double& sum, CCellBlock& out, const CReportFloor& no
     if (level_ >= shape_.firstSysCodeLevel) {
       chain_ = std::make_unique<SKeptText>();
     }
-    for (const CReportSysCode* sysCode : FirstSysCodesOf(node, shape_.firstSysCodes)) {
+    const std::vector<CReportSysCode*> sysCodes = FirstSysCodesOf(node, shape_.firstSysCodes);
+    if (chain_ != nullptr && level_ == shape_.lineLevel) {
+      PrefetchExpressions(sysCodes);
+    }
+    for (const CReportSysCode* sysCode : sysCodes) {
       local.counted |= AddSysCode(local.quantity, rows, *sysCode, picked);
     }
     FinishChain(rows);
@@ -101,7 +122,7 @@ bool CSummaryWalk::AddFloor(double& sum, CCellBlock& out, const CReportFloor& no
   }
   sum += local.quantity;
   if (shape_.floorRow.Holds(level_)) {
-    out.AddTexts(L"@F", node.name, shownFloor, unit_, local.quantity);
+    out.AddCells(L"@F", node.name, shownFloor, unit_, local.quantity);
   }
   out.Append(std::move(rows));
   return true;
@@ -166,7 +187,7 @@ CCellBlock CSummaryWalk::SysCodeRows(SFrame& frame, std::size_t depth) const {
       static_cast<long long>(depth) + shape_.firstSysCodeLevel <= static_cast<long long>(level_);
   if (isOpen && depth < kSysCodeMarkers.size()) {
     std::wstring title;
-    rows.AddTexts(kSysCodeMarkers[depth], CCellSource::Copied(Title(frame.node, title)), unit_,
+    rows.AddCells(kSysCodeMarkers[depth], CCellSource::Copied(Title(frame.node, title)), unit_,
                   frame.sum, ChainFrom(frame.chainBegin));
     CReportDataMethod::ChangeSysResult(rows, std::move(frame.blocks));
     rows.Append(std::move(frame.lines));
@@ -207,7 +228,7 @@ void CSummaryWalk::AddLine(SFrame& frame, const CReportResult& result, double qu
   constexpr std::wstring_view kCircuit = L"回路";
   std::wstring circuit(kCircuit);
   AppendInt(circuit, frame.lineNumber);
-  frame.lines.AddTexts(L"@L", std::move(circuit), formula, unit_, quantity, ChainFrom(chainBegin));
+  frame.lines.AddCells(L"@L", std::move(circuit), formula, unit_, quantity, ChainFrom(chainBegin));
   ++frame.lineNumber;
 }
 

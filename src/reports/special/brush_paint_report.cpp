@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -94,11 +95,11 @@ std::wstring CBrushPaintReport::GetBrushCategory(const KorDMRec::SKorDMSpecRec& 
 }
 
 bool CBrushPaintReport::IsBrushPaint(const CReportCategory& category,
-                                     const CReportCalItem& item) const {
+                                     const std::wstring& item) const {
   if (category.category == kSupport) {
-    return item.name == kSupportArea;
+    return item == kSupportArea;
   }
-  return IsWaterPipe(spec, category.category) && item.name == kPipeArea;
+  return IsWaterPipe(spec, category.category) && item == kPipeArea;
 }
 
 std::wstring CBrushPaintReport::GetBrushPaintName(const CReportBrushPaint& node) {
@@ -153,6 +154,7 @@ void CBrushPaintReport::CreatData() {
     }
   }
   fold.Fold();
+  SumGroups<CReportBrushPaint, kOrder>();
 }
 
 void CBrushPaintReport::GetBrushPaintData(Report::CellArray& rows, const std::wstring& requestSpec,
@@ -160,31 +162,29 @@ void CBrushPaintReport::GetBrushPaintData(Report::CellArray& rows, const std::ws
                                           int bySgd) {
   ShowGroups<CReportBrushPaint, CBrushPaintData, kOrder>(
       rows, requestSpec, requestCondition, level, bySgd,
-      [this](const CReportBrushPaint& group, const auto& candidates) {
+      [this](const CReportBrushPaint& group, const auto& candidates,
+             std::span<const SDetailSum> details) {
         SSumQuantityData sum;
-        CCellBlock detail = SumRows(sum, candidates, EHeadRows::AllItems);
-        Report::CellArray head{L"@T", IsWaterPipe(spec, group.text1) ? L"水管" : group.text1,
-                               GetBrushPaintName(group), sum.unit};
-        AppendQuantities(head, sum.quantities);
-        CCellBlock block(std::move(head));
+        CCellBlock detail = SumRows(sum, candidates, details, EHeadRows::AllItems);
+        const auto& [first, second, third, fourth] = sum.quantities;
+        CCellBlock block;
+        block.AddCells(L"@T",
+                       IsWaterPipe(spec, group.text1) ? std::wstring_view(L"水管") : group.text1,
+                       GetBrushPaintName(group), std::move(sum.unit), first, second, third, fourth);
         block.Append(std::move(detail));
         return std::optional<CBrushPaintData>(std::in_place, group.number1, group.number2,
                                               group.text2, std::move(block));
       });
 }
 
-bool CBrushPaintReport::ShowsAtLevel0(const CReportCalItem& /*item*/, bool /*isMain*/) const {
+bool CBrushPaintReport::ShowsAtLevel0(const std::wstring& /*item*/, bool /*isMain*/) const {
   return true;
 }
 
 // Only the painted area makes totals, floors and system codes; attributes show the other items too.
 bool CBrushPaintReport::FeedsHeads(const CReportCategory& category,
-                                   const CReportCalItem& item) const {
+                                   const std::wstring& item) const {
   return IsBrushPaint(category, item);
-}
-
-bool CBrushPaintReport::PrintsHeads(const CReportCalItem& /*item*/, bool /*isMain*/) const {
-  return true;
 }
 
 bool CBrushPaintReport::SortsAscending(const CReportCategory& category) const {

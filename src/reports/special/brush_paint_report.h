@@ -37,11 +37,10 @@ class TALLY_API CBrushPaintReport final : public CSpecialReport {
 
  private:
   /// Whether the item's quantity is the painted area.
-  bool IsBrushPaint(const CReportCategory& category, const CReportCalItem& item) const;
+  bool IsBrushPaint(const CReportCategory& category, const std::wstring& item) const;
 
-  bool ShowsAtLevel0(const CReportCalItem& item, bool isMain) const override;
-  bool FeedsHeads(const CReportCategory& category, const CReportCalItem& item) const override;
-  bool PrintsHeads(const CReportCalItem& item, bool isMain) const override;
+  bool ShowsAtLevel0(const std::wstring& item, bool isMain) const override;
+  bool FeedsHeads(const CReportCategory& category, const std::wstring& item) const override;
   bool SortsAscending(const CReportCategory& category) const override;
 };
 

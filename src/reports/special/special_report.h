@@ -3,13 +3,15 @@
 #ifndef TALLY_REPORTS_SPECIAL_SPECIAL_REPORT_H_
 #define TALLY_REPORTS_SPECIAL_SPECIAL_REPORT_H_
 
-#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <optional>
 #include <set>
+#include <span>
 #include <string>
-#include <tuple>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "report_model/report_data_method.h"
 #include "report_model/report_data_node.h"
@@ -17,15 +19,15 @@
 #include "reports/shared/level_test.h"
 #include "reports/shared/node_choice.h"
 #include "reports/shared/node_report.h"
-#include "reports/shared/repeated_find.h"
 #include "reports/shared/row_folder.h"
 #include "reports/shared/section_choice.h"
+#include "reports/special/attribute_places.h"
+#include "reports/special/shown_sys_codes.h"
+#include "reports/special/special_candidates.h"
 #include "reports/special/special_row.h"
 
 /// Whether a detail of another floor than those of the pair is left out.
 enum class EFloorPairTest { None, LeavesOut };
-/// How a system code shows its remark.
-enum class ERemark { InBrackets, Bare };
 /// Whether the head rows (total, floor, system code) are summed for each item by name or not.
 enum class EHeadKey { Unit, ItemAndUnit };
 
@@ -61,6 +63,21 @@ class CSpecialReport : public CNodeReport {
     fold.Spec().Level({}, [getGroup](auto& to, auto& of) { return getGroup(to, of.group); });
     fold.Floor().SysCode().Category().AttributeByBothTexts().CalItem();
   }
+  /// Ends the fold: sums up the details of each TGroup, and finds the order of the attributes.
+  template <class TGroup, SSpecialOrderRule kRule>
+  void SumGroups() {
+    std::vector<SDetailSums*> groups;
+    for (const auto& specNode : root.InOrder()) {
+      for (const auto& child : specNode->children.InOrder()) {
+        if (auto* group = NodeAs<TGroup>(child.get())) {
+          SumDetails(*group, group->sums);
+          groups.push_back(&group->sums);
+        }
+      }
+    }
+    isOrdered_ = (kRule.calItem == ETextOrder::Plain || PlaceNames(groups)) &&
+                 PlaceAttributes(groups, kRule.attText);
+  }
   /// Stores in `value` what the attribute line that begins with `prefix` holds behind its colon: a
   /// line of the record's `name`, or where none there begins so, of its `value`. Left alone where
   /// there is no such line, or it has no colon.
@@ -68,9 +85,9 @@ class CSpecialReport : public CNodeReport {
                             const std::wstring& prefix);
 
   /// The blocks of one discipline, appended to `rows`: for each TGroup node the candidates below it
-  /// are collected, and `makeBlock(group, candidates)` makes its TBlock, or none. A group without
-  /// candidates has no block. A discipline without a node appends nothing and leaves the stored
-  /// condition as it was.
+  /// are collected, and `makeBlock(group, candidates, details)` makes its TBlock, or none; the
+  /// candidates count some of `details`. A group without candidates has no block. A discipline
+  /// without a node appends nothing and leaves the stored condition as it was.
   template <class TGroup, class TBlock, SSpecialOrderRule kRule, class TMakeBlock>
   void ShowGroups(Report::CellArray& rows, const std::wstring& requestSpec,
                   const Report::SNewCondition& requestCondition, int level, int bySgd,
@@ -79,16 +96,21 @@ class CSpecialReport : public CNodeReport {
     if (node == nullptr) {
       return;
     }
+    SRequest request{level, {spec, level, shape_.remark}, {}};
     RunSectionPasses(rows, bySgd, [&](const CSectionChoice& sections) {
       std::set<TBlock> blocks;
       ForEachChild<TGroup>(node->children, [&](const TGroup& group) {
-        TextPool texts;
-        SpecialRows<kRule> candidates;
-        Collect(candidates, texts, group, level, sections);
-        if (candidates.empty()) {
+        TSpecialCandidates<kRule> candidates(isOrdered_);
+        CCountedDetails details(group.sums, sections.TakesAll() && condition.floors.empty());
+        Collect(candidates, details, group, request, sections);
+        if (candidates.IsRefuted()) {
+          candidates = TSpecialCandidates<kRule>(false);
+          Collect(candidates, details, group, request, sections);
+        }
+        if (candidates.Empty()) {
           return;
         }
-        if (std::optional<TBlock> block = makeBlock(group, candidates)) {
+        if (std::optional<TBlock> block = makeBlock(group, candidates, details.All())) {
           PutBlock(blocks, std::move(*block));
         }
       });
@@ -99,166 +121,176 @@ class CSpecialReport : public CNodeReport {
   }
 
  private:
-  /// Texts made for a request that candidates refer to; one object for each text.
-  using TextPool = std::set<std::wstring>;
+  /// A component kind as a request takes it.
+  struct SKind {
+    const CReportCategory* category;
+    std::wstring mainItem;
+    bool ascending;
+  };
+
+  /// What one request works out once.
+  struct SRequest {
+    int level;
+    CShownSysCodes sysCodes;
+    std::vector<SKind> kinds;
+  };
+
+  /// The details of a group that a pass counts: all of them as they were summed up at the fold, or
+  /// copies of some.
+  class CCountedDetails {
+   public:
+    CCountedDetails(const SDetailSums& sums, bool takesAll) : sums_(sums), takesAll_(takesAll) {}
+    std::span<const SDetailSum> All() const { return takesAll_ ? sums_.details : taken_; }
+    const SDetailSums& Sums() const { return sums_; }
+    /// Those of an item that `takes(detail)` takes, with `count(detail)` floors each.
+    template <class TTakes, class TCount>
+    SDetailRange Of(const SDetailItem& item, TTakes&& takes, TCount&& count) {
+      if (takesAll_) {
+        return {item.first, item.last};
+      }
+      SDetailRange range{taken_.size(), taken_.size()};
+      std::size_t at = item.first;
+      const Report::NodeMap& results = item.place.calItem->children;
+      ForEachChild<CReportResultDetail>(results, [&](const CReportResultDetail& detail) {
+        const SDetailSum& sum = sums_.details[at++];
+        if (takes(detail)) {
+          taken_.push_back(SumOf(detail, count(detail), sum.references));
+          ++range.last;
+        }
+      });
+      return range;
+    }
+
+   private:
+    const SDetailSums& sums_;
+    const bool takesAll_;
+    std::vector<SDetailSum> taken_;
+  };
+
+  /// What the details of an item go into: the heads, outermost first, then the attribute's row.
+  /// Each is the one before with more filled.
+  class CItemSums {
+   public:
+    CItemSums(const SSpecialShape& shape, int level) {
+      if (level != LevelTotal) {
+        hasFloor_ = shape.floorRow.Holds(level);
+        hasSysCode_ = level >= LevelSysCode1;
+        hasAttribute_ = shape.attributeRow.Holds(level);
+      }
+    }
+    bool HasSysCode() const { return hasSysCode_; }
+    std::span<SOpenSum> All() {
+      return std::span(sums_).first(Heads() + (hasAttribute_ ? 1U : 0U));
+    }
+    std::span<SOpenSum> OfHeads() { return std::span(sums_).first(Heads()); }
+    std::span<SOpenSum> OfAttribute() { return All().subspan(Heads()); }
+    /// Those that are filled from the floor on, or from the system code on.
+    std::span<SOpenSum> OnFloor() { return hasFloor_ ? All().subspan(1) : OnSysCode(); }
+    std::span<SOpenSum> OnSysCode() {
+      return hasSysCode_ ? All().subspan(hasFloor_ ? 2U : 1U) : std::span<SOpenSum>();
+    }
+
+   private:
+    std::size_t Heads() const { return 1U + (hasFloor_ ? 1U : 0U) + (hasSysCode_ ? 1U : 0U); }
+
+    bool hasFloor_ = false;
+    bool hasSysCode_ = false;
+    bool hasAttribute_ = false;
+    std::array<SOpenSum, 4> sums_;
+  };
+
+  static void SumDetails(IReportDataNode& group, SDetailSums& sums);
+  static SDetailSum SumOf(const CReportResultDetail& detail, int floorCount,
+                          std::wstring_view references);
+  /// Gives the item names their places; false where different ones are equal as narrow texts.
+  static bool PlaceNames(const std::vector<SDetailSums*>& groups);
 
   /// Whether an item's details count at level 0.
-  virtual bool ShowsAtLevel0(const CReportCalItem& item, bool isMain) const = 0;
+  virtual bool ShowsAtLevel0(const std::wstring& item, bool isMain) const = 0;
   /// Whether an item's details feed the head rows.
-  virtual bool FeedsHeads(const CReportCategory& category, const CReportCalItem& item) const = 0;
-  /// Whether the head rows of an item are printed, with their references.
-  virtual bool PrintsHeads(const CReportCalItem& item, bool isMain) const = 0;
+  virtual bool FeedsHeads(const CReportCategory& category, const std::wstring& item) const = 0;
   /// Whether smaller numbers of attribute names go first.
   virtual bool SortsAscending(const CReportCategory& category) const = 0;
 
-  void FillFloor(SSpecialRow& row, const sReportData& place, const CPickedFloor& picked) const;
-  void FillSysCode(SSpecialRow& row, TextPool& texts, const sReportData& place, int level) const;
+  const SKind& KindOf(SRequest& request, const CReportCategory& category) const;
+  static void FillFloor(CItemSums& sums, const CReportFloor& floor, const CPickedFloor& picked);
+  static void FillSysCode(CItemSums& sums, const CShownSysCodes::SCode& code);
+  /// Answers the sums that the item goes into, filled.
+  std::span<SOpenSum> FillItem(CItemSums& sums, const SDetailItem& item, const SKind& kind,
+                               int level) const;
 
-  template <class TRows>
-  void Collect(TRows& rows, TextPool& texts, const IReportDataNode& group, int level,
+  /// Collects the candidates of a group. `details` takes the results that they count.
+  template <SSpecialOrderRule kRule>
+  void Collect(TSpecialCandidates<kRule>& candidates, CCountedDetails& details,
+               const IReportDataNode& group, SRequest& request,
                const CSectionChoice& sections) const;
-  template <class TRows>
-  void CollectItem(TRows& rows, TextPool& texts, sReportData& place, bool isMain, int level,
-                   const CPickedFloor& picked, const CSectionChoice& sections) const;
+  /// Those of some items, which lie on one floor.
+  template <SSpecialOrderRule kRule>
+  void CollectItems(TSpecialCandidates<kRule>& candidates, CCountedDetails& details,
+                    CItemSums& sums, const SDetailItems& items, SRequest& request,
+                    const CPickedFloor& picked, const CSectionChoice& sections) const;
 
   const SSpecialShape& shape_;
+  bool isOrdered_ = false;  ///< the attributes have places, and the items names that differ
 };
 
-/// The detail's quantities, each times the number of its components and of floors.
-std::array<double, 4> DetailQuantities(const CReportResultDetail& detail, int floorCount);
-
-/// What the details of one item add to.
-template <class TRows>
-struct TOpenSum {
-  SSpecialRow row;
-  TRepeatedFind<TRows> find;
-};
-
-/// Adds a detail to the element equal to the sum's row, which is put in if there is none. Where the
-/// ordering is not consistent, the set may refuse what was not found: the detail is then lost to
-/// this row.
-template <class TRows>
-void SumDetail(TRows& rows, TOpenSum<TRows>& sum, const CReportResultDetail& detail,
-               const std::array<double, 4>& quantities, int floorCount, bool printsReferences) {
-  auto at = sum.find(rows, sum.row);
-  if (at == rows.end()) {
-    SSpecialRow first = sum.row;
-    first.Quantity = quantities;
-    first.FloorCount = floorCount;
-    bool isIn = false;
-    std::tie(at, isIn) = rows.insert(std::move(first));
-    if (!isIn) {
-      return;
-    }
-  } else {
-    for (std::size_t i = 0; i < quantities.size(); ++i) {
-      at->Quantity[i] += quantities[i];
-    }
-  }
-  if (printsReferences) {
-    at->References.push_back(&detail);
-  }
-}
-
-template <class TRows>
-void CSpecialReport::Collect(TRows& rows, TextPool& texts, const IReportDataNode& group, int level,
+template <SSpecialOrderRule kRule>
+void CSpecialReport::Collect(TSpecialCandidates<kRule>& candidates, CCountedDetails& details,
+                             const IReportDataNode& group, SRequest& request,
                              const CSectionChoice& sections) const {
+  CItemSums sums(shape_, request.level);
+  const CSysCodeWalk sysCodes(condition.sysCodes);
   ForEachChosenFloor<EPairKey::Floor>(
       group.children, condition.floors,
       [&](const CReportFloor& floor, const CPickedFloor& picked, const std::wstring&,
           const std::wstring&) {
-        sReportData place;
-        place.floor = &floor;
-        ForEachCategoryBelow(floor, condition,
-                             [&](const CReportSysCode& holder, const CReportCategory& category) {
-                               place.sysCode = &holder;
-                               place.category = &category;
-                               const std::wstring main = MainCalItemOf(spec, category);
-                               ForEachChild<CReportAttribute>(
-                                   category.children, [&](const CReportAttribute& attribute) {
-                                     place.attribute = &attribute;
-                                     ForEachChild<CReportCalItem>(
-                                         attribute.children, [&](const CReportCalItem& item) {
-                                           place.calItem = &item;
-                                           CollectItem(rows, texts, place, item.name == main, level,
-                                                       picked, sections);
-                                         });
-                                   });
-                             });
+        FillFloor(sums, floor, picked);
+        if (sysCodes.TakesAll()) {
+          CollectItems(candidates, details, sums, floor.items, request, picked, sections);
+          return;
+        }
+        sysCodes.ForEachChosen(floor, [&](const CReportSysCode& sysCode) {
+          CollectItems(candidates, details, sums, sysCode.items, request, picked, sections);
+        });
       });
 }
 
-template <class TRows>
-void CSpecialReport::CollectItem(TRows& rows, TextPool& texts, sReportData& place, bool isMain,
-                                 int level, const CPickedFloor& picked,
-                                 const CSectionChoice& sections) const {
-  const auto& category = *NodeAs<CReportCategory>(place.category);
-  const auto& attribute = *NodeAs<CReportAttribute>(place.attribute);
-  const auto& item = *NodeAs<CReportCalItem>(place.calItem);
-  if (level == LevelTotal && !ShowsAtLevel0(item, isMain)) {
-    return;
-  }
-  // The heads, outermost first, then the attribute's row: each is the one before with more filled.
-  constexpr std::size_t kMostSums = 4;
-  std::array<TOpenSum<TRows>, kMostSums> sums;
-  std::size_t count = 0;
-  std::size_t heads = 0;
-  const bool feedsHeads = FeedsHeads(category, item);
-  SSpecialRow row;
-  const auto addHead = [&] {
-    if (feedsHeads) {
-      sums[count++].row = row;
-      heads = count;
-    }
+template <SSpecialOrderRule kRule>
+void CSpecialReport::CollectItems(TSpecialCandidates<kRule>& candidates, CCountedDetails& details,
+                                  CItemSums& sums, const SDetailItems& items, SRequest& request,
+                                  const CPickedFloor& picked,
+                                  const CSectionChoice& sections) const {
+  const auto takes = [&](const CReportResultDetail& detail) {
+    return sections.Takes(detail.sgdName) &&
+           (shape_.floorPairTest == EFloorPairTest::None || picked.Takes(detail));
   };
-  row.IsMainItem = isMain;
-  row.Ascending = SortsAscending(category);
-  row.Unit = &item.unit;
-  if (shape_.headKey == EHeadKey::ItemAndUnit) {
-    row.CalItem = &item.name;
-  }
-  addHead();
-  if (level != LevelTotal) {
-    if (shape_.floorRow.Holds(level)) {
-      FillFloor(row, place, picked);
-      addHead();
-    }
-    if (level >= LevelSysCode1) {
-      FillSysCode(row, texts, place, level);
-      addHead();
-    }
-    row.Attribute = attribute.sortKey.get();
-    row.CalItem = &item.name;
-    if (shape_.attributeRow.Holds(level)) {
-      sums[count++].row = row;
-    }
-  }
-  const bool hasLoops = isMain && level == LevelLoop;
-  row.CategorySortId = category.sortId;
-  row.LoopCategory = &category;
-  int loopNumber = 1;
-  ForEachChild<CReportResultDetail>(item.children, [&](const CReportResultDetail& detail) {
-    place.resultDetail = &detail;
-    if (!sections.Takes(detail.sgdName) ||
-        (shape_.floorPairTest == EFloorPairTest::LeavesOut && !picked.Takes(detail))) {
-      return;
-    }
-    const int floorCount = picked.CountFor(detail);
-    const std::array<double, 4> quantities = DetailQuantities(detail, floorCount);
-    for (std::size_t i = 0; i < count; ++i) {
-      // A total has no row of its own, so its references would go nowhere.
-      const bool prints = i >= heads || (i > 0 && PrintsHeads(item, isMain));
-      SumDetail(rows, sums[i], detail, quantities, floorCount, prints);
-    }
-    if (hasLoops) {
-      // Put in as it is: where an equal circuit stands already, this one is dropped.
-      TOpenSum<TRows> loop{row, {}};
-      loop.row.LoopNumber = loopNumber++;
-      if (loop.find(rows, loop.row) == rows.end()) {
-        SumDetail(rows, loop, detail, quantities, floorCount, true);
+  const auto count = [&](const CReportResultDetail& detail) { return picked.CountFor(detail); };
+  const CReportCategory* category = nullptr;
+  const SKind* kind = nullptr;
+  for (const SDetailItem& item :
+       std::span(details.Sums().items).subspan(items.first, items.last - items.first)) {
+    if (item.place.category != category) {
+      category = NodeAs<CReportCategory>(item.place.category);
+      kind = IsChosen(*category, condition) ? &KindOf(request, *category) : nullptr;
+      if (kind != nullptr) {
+        candidates.StartCategory(*category, kind->ascending);
+      }
+      if (kind != nullptr && sums.HasSysCode()) {
+        FillSysCode(sums, request.sysCodes.Of(*NodeAs<CReportSysCode>(item.place.sysCode)));
+        if (kRule.comparesSysCodeTexts && !request.sysCodes.HasOrder()) {
+          candidates.Refute();
+        }
       }
     }
-  });
+    const std::span<SOpenSum> open =
+        kind == nullptr ? std::span<SOpenSum>() : FillItem(sums, item, *kind, request.level);
+    if (!open.empty()) {
+      SDetailRange range = details.Of(item, takes, count);
+      const bool hasCircuits = open.back().row.IsMainItem && request.level == LevelLoop;
+      range.circuits = hasCircuits ? category : nullptr;
+      candidates.AddItem(open, range);
+    }
+  }
 }
 
 #endif  // TALLY_REPORTS_SPECIAL_SPECIAL_REPORT_H_

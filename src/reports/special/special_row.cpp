@@ -13,22 +13,56 @@ const SAttSortKey& NoAttribute() {
   return key;
 }
 
-std::wstring SSpecialRow::LoopName() const {
-  return LoopNumber == 0 ? std::wstring() : LoopCategory->kind + L"回路" + IntText(LoopNumber);
+void CDetailRanges::Add(const SDetailRange& range) {
+  SDetailRange& last = more_.empty() ? first_ : more_.back();
+  if (isEmpty_) {
+    isEmpty_ = false;
+    first_ = range;
+  } else if (range.circuits == nullptr && last.circuits == nullptr && range.first == last.last) {
+    last.last = range.last;
+  } else {
+    more_.push_back(range);
+  }
 }
 
-std::wstring SSpecialRow::Expression() const {
-  std::size_t size = References.size();
-  for (const CReportResultDetail* detail : References) {
-    size += detail->ComponentTextSize();
+std::wstring SSpecialRow::LoopName() const {
+  std::wstring name;
+  if (LoopNumber != 0) {
+    constexpr std::wstring_view kLoop = L"回路";
+    constexpr std::size_t kMostDigits = 11;
+    name.reserve(LoopCategory->kind.size() + kLoop.size() + kMostDigits);
+    name += LoopCategory->kind;
+    name += kLoop;
+    AppendInt(name, LoopNumber);
   }
-  std::wstring text;
-  text.reserve(size);
-  for (const CReportResultDetail* detail : References) {
-    detail->AppendComponentText(text);
-    text += L'$';
-  }
-  return text;
+  return name;
+}
+
+CRowSum::CRowSum(const SSpecialRow& row, std::span<const SDetailSum> details) {
+  bool isFirst = true;
+  row.Details.ForEach([&](const SDetailRange& range) {
+    for (const SDetailSum& detail : details.subspan(range.first, range.last - range.first)) {
+      const std::wstring_view more = detail.references;
+      if (isFirst) {
+        isFirst = false;
+        quantities_ = detail.quantities;
+        floorCount_ = detail.floorCount;
+        references_ = more;
+        continue;
+      }
+      for (std::size_t i = 0; i < quantities_.size(); ++i) {
+        quantities_[i] += detail.quantities[i];
+      }
+      if (!composed_.empty()) {
+        composed_ += more;
+      } else if (references_.data() + references_.size() == more.data()) {
+        references_ = {references_.data(), references_.size() + more.size()};
+      } else {
+        composed_ = references_;
+        composed_ += more;
+      }
+    }
+  });
 }
 
 int CompareTexts(const std::wstring& a, const std::wstring& b, ETextOrder order) {

@@ -3,7 +3,8 @@
 #define TALLY_REPORTS_SPECIAL_SPECIAL_ROW_H_
 
 #include <array>
-#include <set>
+#include <cstddef>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -16,6 +17,36 @@
 const std::wstring& NoText();
 const SAttSortKey& NoAttribute();
 
+/// Details of a group that stand side by side, counted in one step of the walk.
+struct SDetailRange {
+  std::size_t first = 0;
+  std::size_t last = 0;  ///< behind the last one
+  /// The component kind whose circuits they are; null where the candidate shows none of them.
+  const CReportCategory* circuits = nullptr;
+  std::size_t step = 0;
+};
+
+/// Ranges in the order of the walk; there is mostly one.
+class CDetailRanges {
+ public:
+  /// Joins a range without circuits to the one that it goes on from.
+  void Add(const SDetailRange& range);
+  template <class TVisit>
+  void ForEach(TVisit&& visit) const {
+    if (!isEmpty_) {
+      visit(first_);
+    }
+    for (const SDetailRange& range : more_) {
+      visit(range);
+    }
+  }
+
+ private:
+  bool isEmpty_ = true;
+  SDetailRange first_;
+  std::vector<SDetailRange> more_;
+};
+
 /// One row candidate. Each detail result feeds one at each depth, so that every depth sums on its
 /// own. The texts belong to the tree or to the request.
 struct SSpecialRow {
@@ -25,28 +56,47 @@ struct SSpecialRow {
   bool Ascending = true;    ///< smaller numbers of AttName first
   int FloorSortId = kNoFloor;
   int SysCodeSortId = 0;
+  int SysCodeNumber = 0;                          ///< equal where the texts are
   int CategorySortId = 0;                         ///< on circuit rows alone
   const std::wstring* Floor = &NoText();          ///< the floor shown
   const std::wstring* FloorName = &NoText();      ///< name of the floor node
   const std::wstring* SysCode = &NoText();        ///< cut to the level, with its remark
   const SAttSortKey* Attribute = &NoAttribute();  ///< AttName and AttText
+  SAttPlaces AttPlaces{0, 0};
+  int CalItemPlace = -1;  ///< SDetailItem::namePlace
   const std::wstring* CalItem = &NoText();
   const std::wstring* Unit = &NoText();
   const CReportCategory* LoopCategory =
       nullptr;         ///< of a circuit row, whose name begins with the kind
   int LoopNumber = 0;  ///< from 1 on circuit rows, else 0
-  int FloorCount = 1;  ///< floors that the first detail's floor text stands for
 
   // No part of the key.
-  mutable std::array<double, 4> Quantity{};
-  mutable std::vector<const CReportResultDetail*> References;  ///< where the row prints them
+  mutable CDetailRanges Details;
 
   const std::wstring& AttName() const { return Attribute->name; }
   const std::wstring& AttText() const { return Attribute->value; }
   /// "%s回路%d" of the component kind and the number; empty on other rows.
   std::wstring LoopName() const;
-  /// References of all details, each ended by one more "$".
-  std::wstring Expression() const;
+};
+
+/// What a row shows of its details.
+class CRowSum {
+ public:
+  CRowSum(const SSpecialRow& row, std::span<const SDetailSum> details);
+
+  const std::array<double, 4>& Quantities() const { return quantities_; }
+  /// Floors that the first detail's floor text stands for.
+  int FloorCount() const { return floorCount_; }
+  /// References of all details, each ended by one more "$". Valid as long as this object is.
+  CCellSource References() const {
+    return composed_.empty() ? CCellSource(references_) : CCellSource::Copied(composed_);
+  }
+
+ private:
+  std::array<double, 4> quantities_{};
+  int floorCount_ = 1;
+  std::wstring_view references_;
+  std::wstring composed_;  // where they do not follow on each other
 };
 
 /// How a step of an ordering compares two texts.
@@ -81,14 +131,15 @@ struct TSpecialOrder {
     if (a.FloorSortId != b.FloorSortId) {
       return a.FloorSortId < b.FloorSortId;
     }
-    if constexpr (kRule.comparesSysCodeTexts) {
-      if (!IsSameText(a.SysCode, b.SysCode)) {
-        return a.SysCodeSortId < b.SysCodeSortId;
-      }
-    } else if (a.SysCodeSortId != b.SysCodeSortId) {
+    if (!IsSameSysCode(a, b)) {
       return a.SysCodeSortId < b.SysCodeSortId;
     }
-    if (a.Attribute != b.Attribute) {
+    if (a.AttPlaces.ascending >= 0 && b.AttPlaces.ascending >= 0) {
+      if (a.AttPlaces.ascending != b.AttPlaces.ascending) {
+        return a.Ascending ? a.AttPlaces.ascending < b.AttPlaces.ascending
+                           : a.AttPlaces.descending < b.AttPlaces.descending;
+      }
+    } else if (a.Attribute != b.Attribute) {
       if (a.AttName() != b.AttName()) {
         return CompareNatural(a.Attribute->narrowName, b.Attribute->narrowName, a.Ascending) < 0;
       }
@@ -108,13 +159,19 @@ struct TSpecialOrder {
       return a.IsMainItem;
     }
     if (!IsSameText(a.CalItem, b.CalItem)) {
+      if (a.CalItemPlace >= 0 && b.CalItemPlace >= 0) {
+        return a.CalItemPlace < b.CalItemPlace;
+      }
       return CompareTexts(*a.CalItem, *b.CalItem, kRule.calItem) < 0;
     }
     return CompareTexts(*a.Unit, *b.Unit, kRule.unit) < 0;
   }
-};
 
-template <SSpecialOrderRule kRule>
-using SpecialRows = std::set<SSpecialRow, TSpecialOrder<kRule>>;
+  /// Whether the ordering goes on below the system code.
+  static bool IsSameSysCode(const SSpecialRow& a, const SSpecialRow& b) {
+    return kRule.comparesSysCodeTexts ? a.SysCodeNumber == b.SysCodeNumber
+                                      : a.SysCodeSortId == b.SysCodeSortId;
+  }
+};
 
 #endif  // TALLY_REPORTS_SPECIAL_SPECIAL_ROW_H_

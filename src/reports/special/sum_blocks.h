@@ -3,10 +3,9 @@
 #define TALLY_REPORTS_SPECIAL_SUM_BLOCKS_H_
 
 #include <array>
+#include <span>
 #include <string>
-#include <utility>
 
-#include "platform/text_numbers.h"
 #include "report_model/cell_block.h"
 #include "reports/special/special_row.h"
 
@@ -20,23 +19,18 @@ struct SSumQuantityData {
 /// Whose head rows (total, floor, system code) a block prints.
 enum class EHeadRows { AllItems, MainItem };
 
-/// Appends the four quantities of a row.
-void AppendQuantities(Report::CellArray& cells, const std::array<double, 4>& quantities);
+/// Prints one candidate; where it is a total it goes into `sum`, and some print no row. Each row
+/// has the tail references, unit, four quantities.
+void AddSumRow(CCellBlock& rows, SSumQuantityData& sum, const SSpecialRow& row,
+               std::span<const SDetailSum> details, EHeadRows headRows);
 
-/// Goes through the candidates of a block: those of totals go into `sum`, the others become rows,
-/// each with the tail references, unit, four quantities.
-template <class TRows>
-CCellBlock SumRows(SSumQuantityData& sum, const TRows& candidates, EHeadRows headRows);
-
-/// The cells of one candidate; none where it prints no row. Totals go into `sum`.
-Report::CellArray SumRowCells(SSumQuantityData& sum, const SSpecialRow& row, EHeadRows headRows);
-
-template <class TRows>
-CCellBlock SumRows(SSumQuantityData& sum, const TRows& candidates, EHeadRows headRows) {
+/// The rows of a block's candidates.
+template <class TCandidates>
+CCellBlock SumRows(SSumQuantityData& sum, const TCandidates& candidates,
+                   std::span<const SDetailSum> details, EHeadRows headRows) {
   CCellBlock rows;
-  for (const SSpecialRow& row : candidates) {
-    rows.AddRow(SumRowCells(sum, row, headRows));
-  }
+  candidates.ForEachRow(
+      [&](const SSpecialRow& row) { AddSumRow(rows, sum, row, details, headRows); });
   return rows;
 }
 

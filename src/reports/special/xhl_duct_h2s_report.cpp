@@ -3,6 +3,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -99,6 +100,7 @@ void CXhlDuctH2SReport::CreatData() {
     fold.Add(row, *plate);
   }
   fold.Fold();
+  SumGroups<CReportDuctHType, kOrder>();
 }
 
 void CXhlDuctH2SReport::GetDuctHData(Report::CellArray& rows, const std::wstring& requestSpec,
@@ -106,13 +108,14 @@ void CXhlDuctH2SReport::GetDuctHData(Report::CellArray& rows, const std::wstring
                                      int bySgd) {
   ShowGroups<CReportDuctHType, CAttResultData, kOrder>(
       rows, requestSpec, requestCondition, level, bySgd,
-      [](const CReportDuctHType& group, const auto& candidates) {
+      [](const CReportDuctHType& group, const auto& candidates,
+         std::span<const SDetailSum> details) {
         SSumQuantityData sum;
-        CCellBlock detail = SumRows(sum, candidates, EHeadRows::MainItem);
-        Report::CellArray head{
-            L"@T", group.text1 + L":" + group.text2 + L":" + group.text3 + L"(mm)", sum.unit};
-        AppendQuantities(head, sum.quantities);
-        CCellBlock block(std::move(head));
+        CCellBlock detail = SumRows(sum, candidates, details, EHeadRows::MainItem);
+        const auto& [first, second, third, fourth] = sum.quantities;
+        CCellBlock block;
+        block.AddCells(L"@T", group.text1 + L":" + group.text2 + L":" + group.text3 + L"(mm)",
+                       std::move(sum.unit), first, second, third, fourth);
         block.Append(std::move(detail));
         // The thicker plate of a material comes first.
         return std::optional<CAttResultData>(std::in_place, true, std::wstring(), group.GetKey(),
@@ -120,17 +123,13 @@ void CXhlDuctH2SReport::GetDuctHData(Report::CellArray& rows, const std::wstring
       });
 }
 
-bool CXhlDuctH2SReport::ShowsAtLevel0(const CReportCalItem& /*item*/, bool isMain) const {
+bool CXhlDuctH2SReport::ShowsAtLevel0(const std::wstring& /*item*/, bool isMain) const {
   return isMain;
 }
 
-bool CXhlDuctH2SReport::FeedsHeads(const CReportCategory& /*category*/,
-                                   const CReportCalItem& /*item*/) const {
-  return true;
-}
-
 // Those of other items are not printed, but may be equal to one that is and go into it.
-bool CXhlDuctH2SReport::PrintsHeads(const CReportCalItem& /*item*/, bool /*isMain*/) const {
+bool CXhlDuctH2SReport::FeedsHeads(const CReportCategory& /*category*/,
+                                   const std::wstring& /*item*/) const {
   return true;
 }
 

@@ -34,9 +34,8 @@ class TALLY_API CXhlDuctH2SReport final : public CSpecialReport {
                              const KorDMRec::SKorDMCalItemDetailQRec& item);
 
  private:
-  bool ShowsAtLevel0(const CReportCalItem& item, bool isMain) const override;
-  bool FeedsHeads(const CReportCategory& category, const CReportCalItem& item) const override;
-  bool PrintsHeads(const CReportCalItem& item, bool isMain) const override;
+  bool ShowsAtLevel0(const std::wstring& item, bool isMain) const override;
+  bool FeedsHeads(const CReportCategory& category, const std::wstring& item) const override;
   bool SortsAscending(const CReportCategory& category) const override;
 };
 

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -32,7 +33,7 @@ constexpr SSpecialOrderRule kOrder{
     .loops = ELoopOrder::Forwards,
 };
 
-using Candidates = SpecialRows<kOrder>;
+using Candidates = TSpecialCandidates<kOrder>;
 
 // A printed block: ducts, then water pipes, then equipment; by material; thicker first.
 struct SJRBWLineData : SRowBlock {
@@ -90,72 +91,74 @@ std::wstring InsulatedType(const KorDMRec::SKorDMCategoryRec& category) {
 // Composes the rows of one block.
 class CBlockRows {
  public:
-  CBlockRows(const Candidates& candidates, const std::wstring& totalItem)
-      : candidates_(candidates), totalItem_(totalItem) {}
+  CBlockRows(const Candidates& candidates, std::span<const SDetailSum> details,
+             const std::wstring& totalItem)
+      : candidates_(candidates), details_(details), totalItem_(totalItem) {}
 
   CCellBlock Rows() {
-    CCellBlock rows;
-    for (const SSpecialRow& row : candidates_) {
-      rows.AddRow(RowOf(row));
-    }
-    return rows;
+    candidates_.ForEachRow([this](const SSpecialRow& row) { AddRow(row); });
+    return std::move(rows_);
   }
   const Report::STypeSumQuantityData& Sum() const { return sum_; }
   const std::wstring& Item() const { return *item_; }
 
  private:
-  Report::CellArray RowOf(const SSpecialRow& row) {
+  void AddRow(const SSpecialRow& row) {
     const bool isLoop = row.LoopNumber != 0;
     const bool hasAttribute = !row.AttName().empty() && !row.AttText().empty();
     const bool isHead = row.AttName().empty() && row.AttText().empty() && !isLoop;
     if (isHead && row.CalItem->find(totalItem_) != std::wstring::npos) {
-      if (row.Floor->empty() && row.SysCode->empty()) {
-        sum_ = {*row.Unit,       row.Quantity[0], row.Quantity[1],
-                row.Quantity[2], row.Quantity[3], row.FloorCount};
+      if (!row.Floor->empty() && !row.SysCode->empty()) {
+        AddCells(row, L"@S", *row.SysCode);
+      } else if (!row.Floor->empty()) {
+        AddCells(row, L"@F", *row.Floor, *row.FloorName);
+      } else if (row.SysCode->empty()) {
+        const CRowSum total(row, details_);
+        const auto& [first, second, third, fourth] = total.Quantities();
+        sum_ = {*row.Unit, first, second, third, fourth, total.FloorCount()};
         item_ = row.CalItem;
-        return {};
       }
-      if (!row.Floor->empty()) {
-        return row.SysCode->empty() ? Cells({L"@F", *row.Floor, *row.FloorName}, row)
-                                    : Cells({L"@S", *row.SysCode}, row);
-      }
+      return;
     }
     if (!hasAttribute || row.CalItem->empty() || (isLoop && !row.IsMainItem) || !HasVolume(row)) {
-      return {};
+      return;
     }
-    return isLoop ? Cells({L"@L", row.LoopName(), *row.CalItem}, row)
-                  : Cells({L"@CI", row.AttName(), row.AttText(), *row.CalItem}, row);
+    if (isLoop) {
+      AddCells(row, L"@L", row.LoopName(), *row.CalItem);
+    } else {
+      AddCells(row, L"@CI", row.AttName(), row.AttText(), *row.CalItem);
+    }
   }
 
   // Whether the block has a volume row for the same attribute on the same floor and system code.
-  bool HasVolume(const SSpecialRow& row) const {
-    SSpecialRow volume = row;
-    volume.CalItem = item_;
-    volume.Unit = &sum_.unit;
-    volume.IsMainItem = false;
-    volume.LoopNumber = 0;
-    return candidates_.find(volume) != candidates_.end();
+  bool HasVolume(const SSpecialRow& row) {
+    if (!volume_ || !candidates_.IsSamePlace(*volume_, row)) {
+      volume_ = row;
+      volume_->CalItem = item_;
+      volume_->Unit = &sum_.unit;
+      volume_->IsMainItem = false;
+      volume_->LoopNumber = 0;
+      hasVolume_ = candidates_.Contains(*volume_);
+    }
+    return hasVolume_;
   }
 
-  static Report::CellArray Cells(std::initializer_list<std::wstring_view> head,
-                                 const SSpecialRow& row) {
-    // Unit, references and four quantities.
-    constexpr std::size_t kTail = 6;
-    Report::CellArray cells;
-    cells.reserve(head.size() + kTail);
-    for (const std::wstring_view text : head) {
-      cells.emplace_back(text);
-    }
-    cells.push_back(*row.Unit);
-    cells.push_back(row.Expression());
-    AppendQuantities(cells, row.Quantity);
-    return cells;
+  template <class... THead>
+  void AddCells(const SSpecialRow& row, THead&&... head) {
+    const CRowSum sum(row, details_);
+    const auto& [first, second, third, fourth] = sum.Quantities();
+    rows_.AddCells(std::forward<THead>(head)..., *row.Unit, sum.References(), first, second, third,
+                   fourth);
   }
 
   const Candidates& candidates_;
+  const std::span<const SDetailSum> details_;
   const std::wstring& totalItem_;
+  CCellBlock rows_;
   Report::STypeSumQuantityData sum_;
   const std::wstring* item_ = &NoText();
+  std::optional<SSpecialRow> volume_;  // the last one looked for
+  bool hasVolume_ = false;
 };
 
 }  // namespace
@@ -220,6 +223,7 @@ void CXhlPipeJRBWReport::CreatData() {
     }
   }
   fold.Fold();
+  SumGroups<CReportPipeJRBW, kOrder>();
 }
 
 void CXhlPipeJRBWReport::GetPipeJRBWData(Report::CellArray& rows, const std::wstring& requestSpec,
@@ -231,34 +235,30 @@ void CXhlPipeJRBWReport::GetPipeJRBWData(Report::CellArray& rows, const std::wst
   totalItem_ = CReportDataMethod::GetTypeCalItem(type);
   ShowGroups<CReportPipeJRBW, SJRBWLineData, kOrder>(
       rows, requestSpec, requestCondition, level, bySgd,
-      [this](const CReportPipeJRBW& group,
-             const Candidates& candidates) -> std::optional<SJRBWLineData> {
-        CBlockRows blockRows(candidates, totalItem_);
+      [this](const CReportPipeJRBW& group, const Candidates& candidates,
+             std::span<const SDetailSum> details) -> std::optional<SJRBWLineData> {
+        CBlockRows blockRows(candidates, details, totalItem_);
         CCellBlock detail = blockRows.Rows();
         const Report::STypeSumQuantityData& sum = blockRows.Sum();
         if (sum.quantity1 == 0.0) {
           return std::nullopt;
         }
-        Report::CellArray head{L"@T", group.text1, group.text2 + L":" + group.text3 + L"(mm)",
-                               blockRows.Item(), sum.unit};
-        AppendQuantities(head, {sum.quantity1, sum.quantity2, sum.quantity3, sum.quantity4});
-        CCellBlock block(std::move(head));
+        CCellBlock block;
+        block.AddCells(L"@T", group.text1, group.text2 + L":" + group.text3 + L"(mm)",
+                       blockRows.Item(), CCellSource::Copied(sum.unit), sum.quantity1,
+                       sum.quantity2, sum.quantity3, sum.quantity4);
         block.Append(std::move(detail));
         return SJRBWLineData(group.text1, group.text2, group.text3, std::move(block));
       });
 }
 
-bool CXhlPipeJRBWReport::ShowsAtLevel0(const CReportCalItem& item, bool /*isMain*/) const {
-  return IsVolume(item.name);
+bool CXhlPipeJRBWReport::ShowsAtLevel0(const std::wstring& item, bool /*isMain*/) const {
+  return IsVolume(item);
 }
 
 bool CXhlPipeJRBWReport::FeedsHeads(const CReportCategory& /*category*/,
-                                    const CReportCalItem& /*item*/) const {
+                                    const std::wstring& /*item*/) const {
   return true;
-}
-
-bool CXhlPipeJRBWReport::PrintsHeads(const CReportCalItem& item, bool /*isMain*/) const {
-  return IsVolume(item.name);
 }
 
 // Pipes follow the configured direction, everything else runs from large to small.

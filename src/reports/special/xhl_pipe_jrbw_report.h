@@ -41,9 +41,8 @@ class TALLY_API CXhlPipeJRBWReport final : public CSpecialReport {
   static bool CheckIsOk(const std::set<std::wstring>& filter);
 
  private:
-  bool ShowsAtLevel0(const CReportCalItem& item, bool isMain) const override;
-  bool FeedsHeads(const CReportCategory& category, const CReportCalItem& item) const override;
-  bool PrintsHeads(const CReportCalItem& item, bool isMain) const override;
+  bool ShowsAtLevel0(const std::wstring& item, bool isMain) const override;
+  bool FeedsHeads(const CReportCategory& category, const std::wstring& item) const override;
   bool SortsAscending(const CReportCategory& category) const override;
 
   bool IsVolume(const std::wstring& item) const {

@@ -2,6 +2,8 @@
 
 #include <chrono>
 #include <cstddef>
+#include <ctime>
+#include <ostream>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -383,6 +385,10 @@ struct SCircuit {
   std::wstring floorText;
   std::string formula;
 };
+
+void PrintTo(const SCircuit& circuit, std::ostream* out) {
+  *out << circuit.formula;
+}
 
 class SystemBookCircuit : public SystemBook, public testing::WithParamInterface<SCircuit> {};
 
@@ -1124,10 +1130,10 @@ TEST_F(SystemBook, TheWorkOfFormulasGrowsWithTheChildrenTaken) {
   // Looking at every child for every row would be 2500 million looks.
   constexpr int kCodes = 50000;
   Open(ProjectOfManyCodes(kCodes));
-  const auto start = std::chrono::steady_clock::now();
+  const std::clock_t start = std::clock();  // of this process alone, however busy the machine is
   Report::CellArray cells;
   Book().GetSysJssData(cells, kPlumbing, {}, 4, 0);
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
+  EXPECT_LT(std::clock() - start, 10 * CLOCKS_PER_SEC);
 
   const RowTexts rows = tally_test::Rows(cells);
   ASSERT_EQ(rows.size(), 1U + 4U * kCodes);

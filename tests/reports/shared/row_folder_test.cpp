@@ -143,6 +143,44 @@ TEST_F(RowFolder, ACodeMayHaveTheKeyOfWhatStandsBesideIt) {
   }
 }
 
+// 300 records take nine bits in each of 15 levels. The category stands in bits that would be lost.
+TEST_F(RowFolder, PathsThatDoNotFitInto128BitsMakeTheSameTree) {
+  constexpr int kRecords = 300;
+  constexpr int kFloorLevels = 14;
+  SKorDMResultData data = OddSet(1, {L"A"});
+  data.categories.clear();
+  data.floors.clear();
+  data.rows.clear();
+  for (int i = 0; i < kRecords; ++i) {
+    data.categories.push_back({i, L"k" + std::to_wstring(i), L""});
+    data.floors.push_back({i, L"f" + std::to_wstring(i), L"1"});
+  }
+  for (int i = kRecords - 1; i >= 0; --i) {
+    data.rows.push_back({.category = i});
+    data.rows.push_back({.floor = i});
+  }
+  Report::NodeMap root;
+  Report::NodeMap expected;
+  CRowFolder fold(root, data);
+  fold.Category();
+  for (int level = 0; level < kFloorLevels; ++level) {
+    fold.Floor();
+  }
+  for (const SKorDMResultRow& row : data.rows) {
+    fold.Add(row);
+    const auto& category = data.categories[static_cast<std::size_t>(row.category)];
+    const auto& floor = data.floors[static_cast<std::size_t>(row.floor)];
+    Report::NodeMap* to = &Method::GetCategory(expected, data.specs[0].name, category)->children;
+    for (int level = 0; level < kFloorLevels; ++level) {
+      to = &Method::GetFloor(*to, floor)->children;
+    }
+    Method::GetResult(*to, data.sgds[0].name, floor, data.calItems[0], data.components[0]);
+  }
+  fold.Fold();
+  EXPECT_EQ(root.size(), 300U);
+  EXPECT_EQ(Description(root), Description(expected));
+}
+
 TEST_F(RowFolder, GroupsAreLevelsOfTheReportsOwn) {
   const SKorDMResultData data = OddSet(1, {L"A"});
   const std::vector<std::wstring> names{L"b", L"a", L"b"};
