@@ -258,7 +258,7 @@ void BenchFold(benchmark::State& state, const SSubject& subject) {
 }
 
 /// The rows of the discipline with the most of them that a request selects.
-enum class ESelection { All, OneFloor, OneSysCode };
+enum class ESelection { All, OneFloor, OneSysCode, EveryFloor, EverySysCode };
 
 SFilterChoice Choose(ESelection selection, ERecordSet set, const std::wstring& spec) {
   switch (selection) {
@@ -266,6 +266,10 @@ SFilterChoice Choose(ESelection selection, ERecordSet set, const std::wstring& s
       return OneFloor(set, spec);
     case ESelection::OneSysCode:
       return OneSysCode(set, spec);
+    case ESelection::EveryFloor:
+      return EveryFloor(set, spec);
+    case ESelection::EverySysCode:
+      return EverySysCode(set, spec);
     default:
       return {{}, RowsOfSpec(set, spec)};
   }
@@ -416,6 +420,8 @@ void RegisterRequests(const SSubject& subject) {
   if (subject.shape == EProjectShape::Example) {
     request("/request-floor", deepest, ESelection::OneFloor);
     request("/request-code", deepest, ESelection::OneSysCode);
+    request("/request-every-floor", deepest, ESelection::EveryFloor);
+    request("/request-every-code", deepest, ESelection::EverySysCode);
   }
   Register(name + "/copy" + size, [=](auto& state) { BenchCopy(state, subject); });
 }
