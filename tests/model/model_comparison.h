@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -25,6 +26,11 @@ struct SModelledReport {
                                   const std::vector<SModelRequest>& requests);
   SModelProject (*makeProject)(std::uint64_t seed) = MakeRandomProject;
 };
+
+/// GoogleTest prints a report by its name.
+inline void PrintTo(const SModelledReport& report, std::ostream* out) {
+  *out << report.name;
+}
 
 /// modelRows of a model that folds a project as it is made and answers the rows of one request
 /// after the other.

@@ -140,6 +140,17 @@ TEST(RowLayouts, ReadNoQuantityOutOfAnotherColumn) {
             "row '@CI' has no column 'quantity-1'");
 }
 
+TEST(RowLayouts, NameTheTypesOfTheirCells) {
+  const std::vector<std::pair<ECellType, std::string>> expected = {
+      {ECellType::Text, "text"}, {ECellType::Quantity, "quantity"},
+      {ECellType::Code, "code"}, {ECellType::Formula, "formula"},
+      {ECellType::Unit, "unit"}, {ECellType::References, "references"},
+  };
+  for (const auto& [type, name] : expected) {
+    EXPECT_EQ(CellTypeName(type), name);
+  }
+}
+
 // An id stands for one column, in every row and report.
 TEST(RowLayouts, GiveEachIdOneHeadingAndType) {
   std::map<std::string, std::pair<std::wstring, ECellType>> columns;
