@@ -48,7 +48,7 @@ void CCellBlock::AddRow(std::span<const CCellSource> cells) {
   auto* to = static_cast<SCell*>(static_cast<void*>(row + 1));
   auto* text = static_cast<wchar_t*>(static_cast<void*>(to + cells.size()));
   for (const CCellSource& source : cells) {
-    SCell* cell = ::new (to++) SCell(CellOf(source));
+    auto* cell = ::new (to++) SCell(CellOf(source));
     if (source.isCopied_) {
       cell->text = text;
       text = std::uninitialized_copy(source.text_.begin(), source.text_.end(), text);

@@ -70,7 +70,10 @@ class TALLY_API CCellBlock {
   CCellBlock() = default;
   /// One row with copies of the cells.
   explicit CCellBlock(const Report::CellArray& cells);
-  CCellBlock(CCellBlock&& other) noexcept { Swap(other); }
+  CCellBlock(CCellBlock&& other) noexcept
+      : first_(std::exchange(other.first_, nullptr)),
+        last_(std::exchange(other.last_, nullptr)),
+        size_(std::exchange(other.size_, 0)) {}
   CCellBlock& operator=(CCellBlock&& other) noexcept {
     CCellBlock moved(std::move(other));
     Swap(moved);

@@ -51,6 +51,8 @@ class TALLY_API CFloorResultData {
 
 /// The block of a row record, and how it leaves the set.
 struct SRowBlock {
+  explicit SRowBlock(CCellBlock&& block) : cells(std::move(block)) {}
+
   CCellBlock cells;
   CCellBlock TakeCells() { return std::move(cells); }
 };
