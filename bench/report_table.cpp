@@ -192,20 +192,3 @@ SFilterChoice EveryFloor(ERecordSet set, const std::wstring& spec) {
     return choice;
   });
 }
-
-SFilterChoice EverySysCode(ERecordSet set, const std::wstring& spec) {
-  return VisitSet(set, [&spec](const auto& data) {
-    using TRow = typename std::decay_t<decltype(data.rows)>::value_type;
-    const std::vector<std::size_t> counts =
-        CountRecords(data, spec, data.sysCodes.size(), &TRow::sysCode);
-    SFilterChoice choice;
-    for (std::size_t code = 0; code < counts.size(); ++code) {
-      choice.rows += counts[code];
-      const std::wstring& path = data.sysCodes[code].name;
-      if (counts[code] > 0 && !LiesBelowAnother(path, data.sysCodes, counts)) {
-        choice.condition.sysCodes.push_back(path);
-      }
-    }
-    return choice;
-  });
-}

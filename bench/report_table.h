@@ -51,9 +51,8 @@ SFilterChoice OneFloor(ERecordSet set, const std::wstring& spec);
 /// The system code with the most rows of the discipline among those that lie below no other. The
 /// rows are right where codes have at most three levels.
 SFilterChoice OneSysCode(ERecordSet set, const std::wstring& spec);
-/// All of the discipline, chosen floor by floor or code by code: a request that has to look at each
-/// row, since sums of everything serve for no filter alone.
+/// All of the discipline, chosen floor by floor: a request that has to look at each row, since sums
+/// of everything serve for no filter alone.
 SFilterChoice EveryFloor(ERecordSet set, const std::wstring& spec);
-SFilterChoice EverySysCode(ERecordSet set, const std::wstring& spec);
 
 #endif  // TALLY_BENCH_REPORT_TABLE_H_

@@ -258,7 +258,7 @@ void BenchFold(benchmark::State& state, const SSubject& subject) {
 }
 
 /// The rows of the discipline with the most of them that a request selects.
-enum class ESelection { All, OneFloor, OneSysCode, EveryFloor, EverySysCode };
+enum class ESelection { All, OneFloor, OneSysCode, EveryFloor };
 
 SFilterChoice Choose(ESelection selection, ERecordSet set, const std::wstring& spec) {
   switch (selection) {
@@ -268,8 +268,6 @@ SFilterChoice Choose(ESelection selection, ERecordSet set, const std::wstring& s
       return OneSysCode(set, spec);
     case ESelection::EveryFloor:
       return EveryFloor(set, spec);
-    case ESelection::EverySysCode:
-      return EverySysCode(set, spec);
     default:
       return {{}, RowsOfSpec(set, spec)};
   }
@@ -421,7 +419,6 @@ void RegisterRequests(const SSubject& subject) {
     request("/request-floor", deepest, ESelection::OneFloor);
     request("/request-code", deepest, ESelection::OneSysCode);
     request("/request-every-floor", deepest, ESelection::EveryFloor);
-    request("/request-every-code", deepest, ESelection::EverySysCode);
   }
   Register(name + "/copy" + size, [=](auto& state) { BenchCopy(state, subject); });
 }

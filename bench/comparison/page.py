@@ -246,8 +246,8 @@ once. A report that walks many rows to print few cells cannot come near its copy
 def add_filters(page, results):
     page.section("Filters", """\
 A deepest request with one floor and with one system code chosen. Each cell is the share of the
-discipline's rows that the filter selects and the share that it takes of the time with every floor or
-code chosen, one by one: without a filter, sums made at the fold serve, and there is nothing to be in
+discipline's rows that the filter selects and the share that it takes of the time with every floor
+chosen, one by one: without a filter, sums made at the fold serve, and there is nothing to be in
 proportion to. In proportion is a time share of at most twice the row share.""")
     lines = []
     for report in results.reports:
@@ -257,7 +257,7 @@ proportion to. In proportion is a time share of at most twice the row share.""")
             for rows in results.sizes:
                 share = results.value(rows, f"{report}/request-{kind}", "selected")
                 time = results.value(rows, f"{report}/request-{kind}", "cpu_time") / \
-                    results.value(rows, f"{report}/request-every-{kind}", "cpu_time")
+                    results.value(rows, f"{report}/request-every-floor", "cpu_time")
                 cells.append(f"{share:.1%} → {time:.1%}")
                 if time > FILTER_PER_SHARE * share:
                     missed.append(f"{kind} {cells[-1]} at {rows_text(rows)}")
