@@ -66,6 +66,19 @@ std::vector<std::size_t> CountRecords(const TData& data, const std::wstring& spe
   return counts;
 }
 
+// Calls `visit(floor, rows)` for each floor record and the number of the discipline's rows on it.
+template <class TVisit>
+void ForEachFloor(ERecordSet set, const std::wstring& spec, TVisit&& visit) {
+  VisitSet(set, [&](const auto& data) {
+    using TRow = typename std::decay_t<decltype(data.rows)>::value_type;
+    const std::vector<std::size_t> counts =
+        CountRecords(data, spec, data.floors.size(), &TRow::floor);
+    for (std::size_t floor = 0; floor < counts.size(); ++floor) {
+      visit(data.floors[floor], counts[floor]);
+    }
+  });
+}
+
 // Whether the code lies below another one that has rows.
 bool LiesBelowAnother(const std::wstring& path,
                       const std::vector<KorDMRec::SKorDMSysCodeRec>& codes,
@@ -144,20 +157,25 @@ Report::CellArray Request(const SBenchReport& report, const std::wstring& spec, 
 }
 
 SFilterChoice OneFloor(ERecordSet set, const std::wstring& spec) {
-  return VisitSet(set, [&spec](const auto& data) {
-    using TRow = typename std::decay_t<decltype(data.rows)>::value_type;
-    const std::vector<std::size_t> counts =
-        CountRecords(data, spec, data.floors.size(), &TRow::floor);
-    SFilterChoice choice;
-    for (std::size_t floor = 0; floor < counts.size(); ++floor) {
-      const std::wstring& text = data.floors[floor].floorText;
-      if (counts[floor] > choice.rows && text.find_first_of(L",/") == std::wstring::npos) {
-        choice.rows = counts[floor];
-        choice.condition.floors = {{data.floors[floor].name, data.floors[floor].name}};
-      }
+  SFilterChoice choice;
+  ForEachFloor(set, spec, [&choice](const auto& floor, std::size_t rows) {
+    if (rows > choice.rows && floor.floorText.find_first_of(L",/") == std::wstring::npos) {
+      choice.rows = rows;
+      choice.condition.floors = {{floor.name, floor.name}};
     }
-    return choice;
   });
+  return choice;
+}
+
+SFilterChoice EveryFloor(ERecordSet set, const std::wstring& spec) {
+  SFilterChoice choice;
+  ForEachFloor(set, spec, [&choice](const auto& floor, std::size_t rows) {
+    if (rows > 0) {
+      choice.rows += rows;
+      choice.condition.floors.push_back({floor.name, floor.name});
+    }
+  });
+  return choice;
 }
 
 SFilterChoice OneSysCode(ERecordSet set, const std::wstring& spec) {
@@ -171,22 +189,6 @@ SFilterChoice OneSysCode(ERecordSet set, const std::wstring& spec) {
       if (counts[code] > choice.rows && !LiesBelowAnother(path, data.sysCodes, counts)) {
         choice.rows = counts[code];
         choice.condition.sysCodes = {path};
-      }
-    }
-    return choice;
-  });
-}
-
-SFilterChoice EveryFloor(ERecordSet set, const std::wstring& spec) {
-  return VisitSet(set, [&spec](const auto& data) {
-    using TRow = typename std::decay_t<decltype(data.rows)>::value_type;
-    const std::vector<std::size_t> counts =
-        CountRecords(data, spec, data.floors.size(), &TRow::floor);
-    SFilterChoice choice;
-    for (std::size_t floor = 0; floor < counts.size(); ++floor) {
-      if (counts[floor] > 0) {
-        choice.rows += counts[floor];
-        choice.condition.floors.push_back({data.floors[floor].name, data.floors[floor].name});
       }
     }
     return choice;

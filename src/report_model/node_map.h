@@ -72,7 +72,6 @@ class NodeMap {
   std::size_t CountAll() const;
   /// Frees the nodes and all that lies below them, however deep.
   void clear();
-  void swap(NodeMap& other) { nodes_.swap(other.nodes_); }
 
  private:
   Nodes nodes_;

@@ -25,6 +25,7 @@
 #include "platform/xml_service.h"
 #include "report_mng/report_mng.h"
 #include "report_mng/report_status_mng.h"
+#include "report_model/cell_block.h"
 #include "result_store/tally_data_mng.h"
 #include "support/project_database.h"
 #include "support/temp_folder.h"
@@ -253,6 +254,24 @@ TEST_F(FailingAllocations, WhileAFilterTreeIsBuilt) {
         }
         return answer;
       });
+}
+
+TEST_F(FailingAllocations, WhileABlockIsWrittenLeaveTheOutputAsItWas) {
+  FailEach([] {},
+           [] {
+             CCellBlock block;
+             for (int row = 0; row < 3; ++row) {
+               block.AddCells(L"@A", L"a text that needs memory of its own", 123456.0 + row);
+             }
+             Report::CellArray out{L"before"};
+             try {
+               block.MoveTo(out);
+             } catch (const std::bad_alloc&) {
+               EXPECT_EQ(out, Report::CellArray{L"before"});
+               throw;
+             }
+             return Joined(out);
+           });
 }
 
 class FailingAllocationsIn : public FailingAllocations,

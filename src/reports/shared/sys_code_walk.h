@@ -3,7 +3,6 @@
 #define TALLY_REPORTS_SHARED_SYS_CODE_WALK_H_
 
 #include <string>
-#include <utility>
 #include <vector>
 
 #include "platform/text_tool.h"
