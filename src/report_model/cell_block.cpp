@@ -42,9 +42,9 @@ void CCellBlock::AddRow(std::span<const CCellSource> cells) {
     copied += cell.isCopied_ ? cell.text_.size() : 0;
   }
   static_assert(sizeof(SCellRow) % alignof(SCell) == 0 && alignof(SCell) >= alignof(wchar_t));
-  void* memory =
-      ::operator new(sizeof(SCellRow) + cells.size() * sizeof(SCell) + copied * sizeof(wchar_t));
-  auto* row = ::new (memory) SCellRow{nullptr, cells.size()};
+  const CRowMemory::SPlace place =
+      CRowMemory::Take(sizeof(SCellRow) + cells.size() * sizeof(SCell) + copied * sizeof(wchar_t));
+  auto* row = ::new (place.row) SCellRow{nullptr, place.chunk, cells.size()};
   auto* to = static_cast<SCell*>(static_cast<void*>(row + 1));
   auto* text = static_cast<wchar_t*>(static_cast<void*>(to + cells.size()));
   for (const CCellSource& source : cells) {
@@ -144,10 +144,10 @@ void CCellBlock::Write(Report::CellArray& out, const SCellRow& row) {
 void CCellBlock::DropFirst() {
   SCellRow* row = first_;
   first_ = row->next;
-  if (row->count == 0) {
+  if (row->chunk == nullptr) {
     delete static_cast<SKeptText*>(row);
     return;
   }
   size_ -= row->count;
-  ::operator delete(row);
+  CRowMemory::GiveBack(row->chunk);
 }

@@ -13,10 +13,12 @@
 
 #include "platform/export.h"
 #include "report_model/report_types.h"
+#include "report_model/row_memory.h"
 
-/// A link of a block: a row of cells, or without any, a kept text.
+/// A link of a block: a row of cells, or without a chunk, a kept text.
 struct SCellRow {
   SCellRow* next = nullptr;
+  CRowMemory::SChunk* chunk = nullptr;
   std::size_t count = 0;
 };
 
@@ -144,7 +146,7 @@ class TALLY_API CCellBlock {
   }
 
   // Owned, as are those behind it. A row's cells and the characters that it copied follow it in its
-  // allocation. A kept text stands behind the rows that show it.
+  // memory. A kept text stands behind the rows that show it.
   SCellRow* first_ = nullptr;
   SCellRow* last_ = nullptr;
   std::size_t size_ = 0;
