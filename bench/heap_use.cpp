@@ -39,6 +39,11 @@ std::size_t CHeapUse::Peak() {
 void CHeapUse::RestartPeak() {
   peak = current;
 }
+void CHeapUse::Settle() {
+  constexpr std::size_t kLarge = 64 * 1024;
+  void* volatile block = std::malloc(kLarge);
+  std::free(block);
+}
 
 // The forms for arrays and those that do not throw call these.
 

@@ -13,6 +13,9 @@ class CHeapUse {
   /// The highest Current since RestartPeak.
   static std::size_t Peak();
   static void RestartPeak();
+  /// Has the allocator do what it puts off when many small blocks are freed: glibc joins them when
+  /// the next large block is asked for. Whatever is timed next does not pay for them then.
+  static void Settle();
 };
 
 #endif  // TALLY_BENCH_HEAP_USE_H_
