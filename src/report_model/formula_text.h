@@ -12,4 +12,8 @@ std::wstring Multiplied(std::wstring_view formula, int count, std::wstring_view 
 std::wstring MultipliedInBrackets(std::wstring_view formula, int count, std::wstring_view unit,
                                   std::wstring_view operators = L"+-");
 
+/// Appends the formula times the components and times the floors, each where it is above 1, with
+/// brackets as above.
+void AppendRepeated(std::wstring& text, std::wstring_view formula, int components, int floors);
+
 #endif  // TALLY_REPORT_MODEL_FORMULA_TEXT_H_

@@ -106,6 +106,7 @@ CReportFloor* CReportDataMethod::GetFloor(Report::NodeMap& children,
   return FindOrMake<CReportFloor>(children, {record.name}, [&](CReportFloor& node) {
     node.name = record.name;
     node.floorText = record.floorText;
+    node.grade = SFloorGrade(record.name);
   });
 }
 

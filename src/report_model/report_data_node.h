@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <memory>
 #include <string>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "platform/prefetch.h"
+#include "report_model/floor_grade.h"
 #include "report_model/narrow_order.h"
 #include "report_model/node_key.h"
 #include "report_model/node_map.h"
@@ -184,6 +186,7 @@ class CReportFloor final : public TReportDataNode<ENodeKind::Floor> {
   CNodeKey GetFiledKey() const override { return {name}; }
   std::wstring floorText;  ///< floor expression of the first record
   std::wstring name;
+  SFloorGrade grade;  ///< of the name
   SWholeSum whole;
   SDetailItems items;  ///< that lie below, in the paint, duct and insulation tables
 };
@@ -219,7 +222,10 @@ class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
  public:
   std::wstring GetKey() const override;
   CNodeKey GetFiledKey() const override { return {name}; }
-  int sortId = 0;  ///< CTallyDataMng::GetSysCodeSortId at the fold
+  /// The summaries take one first code of each sort number: it is another one.
+  bool isShadowed = false;
+  bool hasSysCodes = false;  ///< below it, in the summaries
+  int sortId = 0;            ///< CTallyDataMng::GetSysCodeSortId at the fold
   // The texts belong to the store.
   std::wstring_view name;      ///< of this level alone
   std::wstring_view fullName;  ///< path from the first level, joined by "\"
@@ -231,6 +237,11 @@ class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
 
   /// Whether `whole` counts all that lies below.
   bool HasWhole() const { return wholeSize > 0 && wholeSize == children.size(); }
+
+  /// The references of all that lies below, in the summaries: a view of the text that the first
+  /// code keeps. Joined for the first request that shows them.
+  std::wstring_view references;
+  std::unique_ptr<const std::wstring> keptReferences;
   SDetailItems items;  ///< that lie below, in the paint, duct and insulation tables
 };
 
@@ -314,6 +325,8 @@ class CReportResult final : public TReportDataNode<ENodeKind::Result>, public SR
     return static_cast<double>(components.size()) * quantity * static_cast<double>(floors);
   }
   double quantity = 0;  ///< of one component
+  /// Characters of its part of its first system code's references, in the summaries.
+  std::uint32_t referencesSize = 0;
   bool isFitting = false;
 };
 

@@ -9,8 +9,7 @@
 
 void CFloorResultData::SetFloor(const std::wstring& floor) {
   name_ = floor;
-  grade_ = CalFloorGrade(floor);
-  number_ = ReadLeadingInt(floor);
+  grade_ = SFloorGrade(floor);
 }
 
 int CFloorResultData::CalFloorGrade(std::wstring floor) {
@@ -37,10 +36,6 @@ int CFloorResultData::CalFloorGrade(std::wstring floor) {
     number = kNoNumber;
   }
   return several && number > kLowest ? number - 1 : number;
-}
-
-bool CFloorResultData::operator<(const CFloorResultData& other) const {
-  return grade_ != other.grade_ ? grade_ < other.grade_ : number_ < other.number_;
 }
 
 CCalItemResultData::CCalItemResultData(std::wstring itemName, std::wstring itemUnit,

@@ -13,6 +13,7 @@
 
 #include "platform/export.h"
 #include "report_model/cell_block.h"
+#include "report_model/floor_grade.h"
 #include "report_model/narrow_order.h"
 #include "report_model/report_types.h"
 
@@ -32,7 +33,7 @@ class TALLY_API CFloorResultData {
   CCellBlock TakeCells() { return std::move(result_); }
   const std::wstring& GetFloorName() const { return name_; }
   /// The grade.
-  int GetSortId() const { return grade_; }
+  int GetSortId() const { return grade_.grade; }
 
   /// A floor name as a number that rises with height: a hundred times its leading number ("-1"
   /// gives -100), one less for a range or a list, which goes by its first floor. -10000 for floor 0
@@ -40,11 +41,10 @@ class TALLY_API CFloorResultData {
   static int CalFloorGrade(std::wstring floor);
 
   /// By grade, then by the leading integer of the name; names that agree in both are equal.
-  bool operator<(const CFloorResultData& other) const;
+  bool operator<(const CFloorResultData& other) const { return grade_ < other.grade_; }
 
  private:
-  int grade_ = 0;
-  int number_ = 0;  // leading integer of the name, read once
+  SFloorGrade grade_;
   std::wstring name_;
   CCellBlock result_;
 };

@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <string_view>
+
 namespace {
 
 TEST(FormulaText, MultipliesAsItStands) {
@@ -20,6 +23,22 @@ TEST(FormulaText, PutsSumsAndDifferencesInBrackets) {
 TEST(FormulaText, TakesOtherOperators) {
   EXPECT_EQ(MultipliedInBrackets(L"2*3", 4, L"层", L"*"), L"(2*3)*4层");
   EXPECT_EQ(MultipliedInBrackets(L"2+3", 4, L"层", L"*"), L"2+3*4层");
+}
+
+TEST(FormulaText, RepeatsByComponentsThenByFloors) {
+  const auto repeated = [](std::wstring_view formula, int components, int floors) {
+    std::wstring text = L"=";
+    AppendRepeated(text, formula, components, floors);
+    return text;
+  };
+  EXPECT_EQ(repeated(L"2+3", 1, 1), L"=2+3");
+  EXPECT_EQ(repeated(L"2+3", 0, -1), L"=2+3");
+  EXPECT_EQ(repeated(L"2*3", 4, 1), L"=2*3*4件");
+  EXPECT_EQ(repeated(L"2*3", 1, 5), L"=2*3*5层");
+  EXPECT_EQ(repeated(L"2*3", 4, 5), L"=2*3*4件*5层");
+  EXPECT_EQ(repeated(L"2+3", 4, 1), L"=(2+3)*4件");
+  EXPECT_EQ(repeated(L"2-3", 1, 5), L"=(2-3)*5层");
+  EXPECT_EQ(repeated(L"2+3", 4, 5), L"=((2+3)*4件)*5层");
 }
 
 }  // namespace

@@ -18,7 +18,11 @@ class CWholeSums {
     for (const auto& child : children.InOrder()) {
       if (auto* floor = NodeAs<CReportFloor>(child.get())) {
         floor->whole = SWholeSum();
-        for (CReportSysCode* sysCode : FirstSysCodesOf(*floor, firstSysCodes_)) {
+        const std::vector<CReportSysCode*> sysCodes = FirstSysCodesOf(*floor, firstSysCodes_);
+        if (sysCodes.size() < floor->children.size()) {
+          MarkShadowed(*floor, sysCodes);
+        }
+        for (CReportSysCode* sysCode : sysCodes) {
           SumBelow(*sysCode);
           floor->whole.Add(sysCode->whole);
         }
@@ -42,6 +46,17 @@ class CWholeSums {
     SWholeSum sum;
   };
 
+  static void MarkShadowed(const CReportFloor& floor, const std::vector<CReportSysCode*>& taken) {
+    for (const auto& child : floor.children.InOrder()) {
+      if (auto* sysCode = NodeAs<CReportSysCode>(child.get())) {
+        sysCode->isShadowed = true;
+      }
+    }
+    for (CReportSysCode* sysCode : taken) {
+      sysCode->isShadowed = false;
+    }
+  }
+
   void Enter(CReportSysCode& node) {
     levels_.push_back({&node, node.children.InOrder().begin(), {}});
   }
@@ -61,6 +76,7 @@ class CWholeSums {
       IReportDataNode* child = level.next->get();
       ++level.next;
       if (auto* sysCode = NodeAs<CReportSysCode>(child)) {
+        level.node->hasSysCodes = true;
         if (sysCode->HasWhole()) {
           level.sum.Add(sysCode->whole);
         } else {

@@ -14,16 +14,17 @@ namespace {
 constexpr std::array kSysCodeMarkers{L"@S1", L"@S2", L"@S3"};
 static_assert(kSysCodeMarkers.size() == SYSCODE_LEVEL_COUNT);
 
-// The name with its remark, which is put together in `buffer`.
-std::wstring_view Title(const CReportSysCode& node, std::wstring& buffer) {
-  if (node.remark.empty()) {
-    return node.name;
+// Sorts by sort number, equal ones as they stand, unless that is their order already.
+template <class TNode>
+void SortByNumber(std::vector<TNode*>& sysCodes) {
+  const auto isLess = [](const TNode* a, const TNode* b) { return a->sortId < b->sortId; };
+  if (!std::is_sorted(sysCodes.begin(), sysCodes.end(), isLess)) {
+    std::stable_sort(sysCodes.begin(), sysCodes.end(), isLess);
   }
-  buffer = node.name;
-  buffer += L'(';
-  buffer += node.remark;
-  buffer += L')';
-  return buffer;
+}
+
+bool HaveOneNumber(const CReportSysCode* a, const CReportSysCode* b) {
+  return a->sortId == b->sortId;
 }
 
 }  // namespace
@@ -36,13 +37,10 @@ std::vector<CReportSysCode*> FirstSysCodesOf(const CReportFloor& node, EFirstSys
       sysCodes.push_back(sysCode);
     }
   }
-  if (choice == EFirstSysCodes::BySortNumber && sysCodes.size() > 1) {
-    std::stable_sort(sysCodes.begin(), sysCodes.end(),
-                     [](const auto* a, const auto* b) { return a->sortId < b->sortId; });
+  if (choice == EFirstSysCodes::BySortNumber) {
+    SortByNumber(sysCodes);
     // Of each run of equal numbers the last one, the greatest name, stays.
-    const auto first =
-        std::unique(sysCodes.rbegin(), sysCodes.rend(),
-                    [](const auto* a, const auto* b) { return a->sortId == b->sortId; });
+    const auto first = std::unique(sysCodes.rbegin(), sysCodes.rend(), HaveOneNumber);
     sysCodes.erase(sysCodes.begin(), first.base());
   }
   return sysCodes;
@@ -57,7 +55,6 @@ bool CSummaryWalk::AddFloors(double& sum, CCellBlock& out, const Report::NodeMap
     return whole.counted;
   }
   bool counted = false;
-  std::set<CFloorResultData> blocks;
   ForEachChosenFloor<EPairKey::DrawingFloor>(
       children, request_.condition.floors,
       [&](const CReportFloor& node, const CPickedFloor& picked, const std::wstring& drawingFloor,
@@ -66,19 +63,24 @@ bool CSummaryWalk::AddFloors(double& sum, CCellBlock& out, const Report::NodeMap
         const bool showsDrawing = shape_.floorCell == EFloorCell::DrawingFloor;
         counted |= AddFloor(sum, block, node, picked, showsDrawing ? drawingFloor : floor);
         if (!block.Empty()) {
-          CFloorResultData result(floor);
-          result.SetResult(std::move(block));
-          PutBlock(blocks, std::move(result));
+          floorBlocks_.Put(node, floor, std::move(block));
         }
       });
-  CReportDataMethod::ChangeFloorResult(out, std::move(blocks));
+  floorBlocks_.MoveTo(out);
   return counted;
 }
 
 void CSummaryWalk::SetLevel(int level) {
   level_ = level;
-  takesWholeCodes_ = level < shape_.firstSysCodeLevel && sections_.TakesAll();
-  takesWholeFloors_ = takesWholeCodes_ && request_.sysCodes.empty();
+  const bool takesAll = sections_.TakesAll();
+  takesWholeFloors_ = takesAll && request_.sysCodes.empty() && level < shape_.firstSysCodeLevel;
+  takesWholeCodes_ = takesAll && request_.sysCodes.size() <= 1;
+}
+
+// Whether system codes at `depth` show rows.
+bool CSummaryWalk::Opens(std::size_t depth) const {
+  return depth < kSysCodeMarkers.size() &&
+         static_cast<long long>(depth) + shape_.firstSysCodeLevel <= static_cast<long long>(level_);
 }
 
 namespace {
@@ -100,22 +102,21 @@ void PrefetchExpressions(const std::vector<CReportSysCode*>& sysCodes) {
 
 bool CSummaryWalk::AddFloor(double& sum, CCellBlock& out, const CReportFloor& node,
                             const CPickedFloor& picked, const std::wstring& shownFloor) {
+  const bool isWhole = takesWholeCodes_ && !picked.IsOther();
   SWholeSum local;
-  CCellBlock rows;
-  if (takesWholeFloors_ && !picked.IsOther()) {
+  std::vector<CReportSysCode*> sysCodes;
+  CCellBlock partRows;
+  if (isWhole && takesWholeFloors_) {
     local = node.whole;
   } else {
-    if (level_ >= shape_.firstSysCodeLevel) {
-      chain_ = std::make_unique<SKeptText>();
+    sysCodes = ChosenSysCodes(node);
+    if (isWhole) {
+      for (const CReportSysCode* sysCode : sysCodes) {
+        local.Add(sysCode->whole);
+      }
+    } else {
+      local = AddParts(partRows, sysCodes, picked);
     }
-    const std::vector<CReportSysCode*> sysCodes = FirstSysCodesOf(node, shape_.firstSysCodes);
-    if (chain_ != nullptr && level_ == shape_.lineLevel) {
-      PrefetchExpressions(sysCodes);
-    }
-    for (const CReportSysCode* sysCode : sysCodes) {
-      local.counted |= AddSysCode(local.quantity, rows, *sysCode, picked);
-    }
-    FinishChain(rows);
   }
   if (!local.counted) {
     return false;
@@ -124,37 +125,129 @@ bool CSummaryWalk::AddFloor(double& sum, CCellBlock& out, const CReportFloor& no
   if (shape_.floorRow.Holds(level_)) {
     out.AddCells(L"@F", node.name, shownFloor, unit_, local.quantity);
   }
-  out.Append(std::move(rows));
+  if (isWhole && Opens(0)) {
+    for (CReportSysCode* sysCode : sysCodes) {
+      KeepReferences(*sysCode, shape_.chainMark);
+      AddWholeRows(out, *sysCode, 0);
+    }
+  }
+  out.Append(std::move(partRows));
   return true;
 }
 
-bool CSummaryWalk::Enter(const CReportSysCode& node, bool isOther) {
-  const std::size_t depth = frames_.size();
-  if (depth < request_.sysCodes.size() && !request_.sysCodes[depth].contains(node.name)) {
-    return false;
+bool CSummaryWalk::MayEnter(const CReportSysCode& node, std::size_t depth) const {
+  return depth >= request_.sysCodes.size() || request_.sysCodes[depth].contains(node.name);
+}
+
+// The first system codes that the filter takes. It chooses among those that sort numbers have left.
+std::vector<CReportSysCode*> CSummaryWalk::ChosenSysCodes(const CReportFloor& node) const {
+  if (request_.sysCodes.empty() || request_.sysCodes.front().size() >= node.children.size()) {
+    std::vector<CReportSysCode*> sysCodes = FirstSysCodesOf(node, shape_.firstSysCodes);
+    std::erase_if(sysCodes, [this](const CReportSysCode* each) { return !MayEnter(*each, 0); });
+    return sysCodes;
   }
+  std::vector<CReportSysCode*> sysCodes;
+  for (const std::wstring& name : request_.sysCodes.front()) {
+    const auto at = node.children.find(name);
+    auto* sysCode = at == node.children.end() ? nullptr : NodeAs<CReportSysCode>(at.Node().get());
+    if (sysCode != nullptr && !sysCode->isShadowed) {
+      sysCodes.push_back(sysCode);
+    }
+  }
+  if (shape_.firstSysCodes == EFirstSysCodes::BySortNumber) {
+    SortByNumber(sysCodes);
+  }
+  return sysCodes;
+}
+
+// Where nothing below a first system code is left out, the fold knows its sums, and its rows can be
+// written in their order.
+void CSummaryWalk::AddWholeRows(CCellBlock& out, const CReportSysCode& node, std::size_t depth) {
+  if (!node.whole.counted) {
+    return;
+  }
+  AddSysCodeRow(out, node, depth, node.whole.quantity, node.references);
+  if (node.hasSysCodes && Opens(depth + 1)) {
+    std::vector<const CReportSysCode*>& below = below_[depth];
+    below.clear();
+    ForEachChild<CReportSysCode>(node.children, [&below](const CReportSysCode& child) {
+      if (child.whole.counted) {
+        below.push_back(&child);
+      }
+    });
+    SortByNumber(below);
+    below.erase(std::unique(below.begin(), below.end(), HaveOneNumber), below.end());
+    for (const CReportSysCode* child : below) {
+      AddWholeRows(out, *child, depth + 1);
+    }
+  }
+  if (level_ == shape_.lineLevel) {
+    AddWholeLines(out, node);
+  }
+}
+
+void CSummaryWalk::AddWholeLines(CCellBlock& out, const CReportSysCode& node) {
+  constexpr std::size_t kAhead = 4;
+  const auto& children = node.children.InOrder();
+  std::size_t begin = 0;
+  int number = 1;
+  for (std::size_t i = 0; i < children.size(); ++i) {
+    if (const auto* ahead =
+            i + kAhead < children.size() ? NodeAs<CReportResult>(children[i + kAhead]) : nullptr) {
+      Prefetch(ahead->expression.data());
+    }
+    if (const auto* result = NodeAs<CReportResult>(children[i])) {
+      AddLine(out, number, *result, result->Quantity(result->floorCount), result->floorCount,
+              node.references.substr(begin, result->referencesSize));
+      begin += result->referencesSize;
+      ++number;
+    } else if (const auto* sysCode = NodeAs<CReportSysCode>(children[i])) {
+      begin += sysCode->references.size();
+    }
+  }
+}
+
+// The rows of what a filter leaves of the system codes.
+SWholeSum CSummaryWalk::AddParts(CCellBlock& out, const std::vector<CReportSysCode*>& sysCodes,
+                                 const CPickedFloor& picked) {
+  if (Opens(0)) {
+    chain_ = std::make_unique<SKeptText>();
+  }
+  if (level_ == shape_.lineLevel) {
+    PrefetchExpressions(sysCodes);
+  }
+  SWholeSum sum;
+  for (const CReportSysCode* sysCode : sysCodes) {
+    sum.counted |= AddSysCode(sum.quantity, out, *sysCode, picked);
+  }
+  FinishChain(out);
+  return sum;
+}
+
+// REQUIRES: MayEnter.
+void CSummaryWalk::Enter(const CReportSysCode& node, bool isOther) {
+  const std::size_t depth = frames_.size();
   SFrame& frame = frames_.emplace_back(node, chainSize_);
   const bool filtersBelow = depth + 1 < request_.sysCodes.size();
-  if (takesWholeCodes_ && !isOther && !filtersBelow && node.HasWhole()) {
+  if (!Opens(0) && sections_.TakesAll() && !isOther && !filtersBelow && node.HasWhole()) {
     frame.sum = node.whole.quantity;
     frame.counted = node.whole.counted;
     frame.next = node.children.InOrder().end();
   }
-  return true;
 }
 
-// Keeps its own stack: a code may have any number of levels.
+// REQUIRES: MayEnter. Keeps its own stack: a code may have any number of levels.
 bool CSummaryWalk::AddSysCode(double& sum, CCellBlock& out, const CReportSysCode& first,
                               const CPickedFloor& picked) {
-  if (!Enter(first, picked.IsOther())) {
-    return false;
-  }
+  Enter(first, picked.IsOther());
   while (true) {
     SFrame& frame = frames_.back();
     if (frame.next != frame.node.children.InOrder().end()) {
       const IReportDataNode& child = **frame.next++;
       if (const auto* sysCode = NodeAs<CReportSysCode>(&child)) {
-        Enter(*sysCode, picked.IsOther());
+        if (MayEnter(*sysCode, frames_.size())) {
+          Enter(*sysCode, picked.IsOther());
+        }
       } else if (const auto* result = NodeAs<CReportResult>(&child)) {
         frame.counted |= AddResult(frame, *result, picked);
       }
@@ -181,18 +274,28 @@ bool CSummaryWalk::AddSysCode(double& sum, CCellBlock& out, const CReportSysCode
   }
 }
 
-CCellBlock CSummaryWalk::SysCodeRows(SFrame& frame, std::size_t depth) const {
+CCellBlock CSummaryWalk::SysCodeRows(SFrame& frame, std::size_t depth) {
   CCellBlock rows;
-  const bool isOpen =
-      static_cast<long long>(depth) + shape_.firstSysCodeLevel <= static_cast<long long>(level_);
-  if (isOpen && depth < kSysCodeMarkers.size()) {
-    std::wstring title;
-    rows.AddCells(kSysCodeMarkers[depth], CCellSource::Copied(Title(frame.node, title)), unit_,
-                  frame.sum, ChainFrom(frame.chainBegin));
+  if (Opens(depth)) {
+    AddSysCodeRow(rows, frame.node, depth, frame.sum, ChainFrom(frame.chainBegin));
     CReportDataMethod::ChangeSysResult(rows, std::move(frame.blocks));
     rows.Append(std::move(frame.lines));
   }
   return rows;
+}
+
+// REQUIRES: Opens.
+void CSummaryWalk::AddSysCodeRow(CCellBlock& out, const CReportSysCode& node, std::size_t depth,
+                                 double sum, CCellSource references) {
+  CCellSource title = node.name;
+  if (!node.remark.empty()) {
+    title_ = node.name;
+    title_ += L'(';
+    title_ += node.remark;
+    title_ += L')';
+    title = CCellSource::Copied(title_);
+  }
+  out.AddCells(kSysCodeMarkers[depth], title, unit_, sum, references);
 }
 
 bool CSummaryWalk::AddResult(SFrame& frame, const CReportResult& result,
@@ -208,28 +311,25 @@ bool CSummaryWalk::AddResult(SFrame& frame, const CReportResult& result,
     references_.push_back(&result);
     chainSize_ += result.ComponentTextSize() + 1;
     if (level_ == shape_.lineLevel) {
-      AddLine(frame, result, quantity, floorCount, chainBegin);
+      AddLine(frame.lines, frame.lineNumber, result, quantity, floorCount, ChainFrom(chainBegin));
+      ++frame.lineNumber;
     }
   }
   return true;
 }
 
-void CSummaryWalk::AddLine(SFrame& frame, const CReportResult& result, double quantity,
-                           int floorCount, std::size_t chainBegin) const {
-  std::wstring composed;
+void CSummaryWalk::AddLine(CCellBlock& out, int number, const CReportResult& result,
+                           double quantity, int floorCount, CCellSource references) {
   CCellSource formula = result.expression;
   if (floorCount > 1 || result.components.size() > 1) {
-    composed = result.GetRepeatFormula();
-    if (floorCount > 1) {
-      composed = MultipliedInBrackets(composed, floorCount, L"层");
-    }
-    formula = CCellSource::Copied(composed);
+    formula_.clear();
+    AppendRepeated(formula_, result.expression, static_cast<int>(result.components.size()),
+                   floorCount);
+    formula = CCellSource::Copied(formula_);
   }
-  constexpr std::wstring_view kCircuit = L"回路";
-  std::wstring circuit(kCircuit);
-  AppendInt(circuit, frame.lineNumber);
-  frame.lines.AddCells(L"@L", std::move(circuit), formula, unit_, quantity, ChainFrom(chainBegin));
-  ++frame.lineNumber;
+  circuit_ = L"回路";
+  AppendInt(circuit_, number);
+  out.AddCells(L"@L", CCellSource::Copied(circuit_), formula, unit_, quantity, references);
 }
 
 CCellSource CSummaryWalk::ChainFrom(std::size_t begin) const {
@@ -239,19 +339,7 @@ CCellSource CSummaryWalk::ChainFrom(std::size_t begin) const {
 void CSummaryWalk::FinishChain(CCellBlock& rows) {
   if (!rows.Empty() && chain_ != nullptr) {
     chain_->text.reserve(chainSize_);
-    constexpr std::size_t kAhead = 8;
-    for (std::size_t i = 0; i < references_.size(); ++i) {
-      if (i + kAhead < references_.size()) {
-        references_[i + kAhead]->PrefetchComponents();
-      }
-      if (shape_.chainMark == EChainMark::Ahead) {
-        chain_->text += L'$';
-      }
-      references_[i]->AppendComponentText(chain_->text);
-      if (shape_.chainMark == EChainMark::Behind) {
-        chain_->text += L'$';
-      }
-    }
+    AppendReferences(chain_->text, references_, shape_.chainMark);
     rows.Keep(std::move(chain_));
   }
   chain_.reset();

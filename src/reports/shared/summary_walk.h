@@ -2,6 +2,7 @@
 #ifndef TALLY_REPORTS_SHARED_SUMMARY_WALK_H_
 #define TALLY_REPORTS_SHARED_SUMMARY_WALK_H_
 
+#include <array>
 #include <cstddef>
 #include <functional>
 #include <limits>
@@ -15,12 +16,12 @@
 #include "report_model/report_data_node.h"
 #include "report_model/report_types.h"
 #include "report_model/row_results.h"
+#include "reports/shared/floor_blocks.h"
 #include "reports/shared/level_test.h"
 #include "reports/shared/picked_floor.h"
 #include "reports/shared/section_choice.h"
+#include "reports/shared/summary_references.h"
 
-/// Where the extra "$" of a result's references stands.
-enum class EChainMark { Behind, Ahead };
 /// Which of a floor's system codes are walked, and in which order.
 enum class EFirstSysCodes {
   BySortNumber,  ///< by sort number; of equal ones the last in key order alone
@@ -86,14 +87,23 @@ class CSummaryWalk {
 
   bool AddFloor(double& sum, CCellBlock& out, const CReportFloor& node, const CPickedFloor& picked,
                 const std::wstring& shownFloor);
+  SWholeSum AddParts(CCellBlock& out, const std::vector<CReportSysCode*>& sysCodes,
+                     const CPickedFloor& picked);
   bool AddSysCode(double& sum, CCellBlock& out, const CReportSysCode& first,
                   const CPickedFloor& picked);
   void SetLevel(int level);
-  bool Enter(const CReportSysCode& node, bool isOther);
+  bool Opens(std::size_t depth) const;
+  bool MayEnter(const CReportSysCode& node, std::size_t depth) const;
+  std::vector<CReportSysCode*> ChosenSysCodes(const CReportFloor& node) const;
+  void Enter(const CReportSysCode& node, bool isOther);
   bool AddResult(SFrame& frame, const CReportResult& result, const CPickedFloor& picked);
-  void AddLine(SFrame& frame, const CReportResult& result, double quantity, int floorCount,
-               std::size_t chainBegin) const;
-  CCellBlock SysCodeRows(SFrame& frame, std::size_t depth) const;
+  void AddLine(CCellBlock& out, int number, const CReportResult& result, double quantity,
+               int floorCount, CCellSource references);
+  void AddSysCodeRow(CCellBlock& out, const CReportSysCode& node, std::size_t depth, double sum,
+                     CCellSource references);
+  CCellBlock SysCodeRows(SFrame& frame, std::size_t depth);
+  void AddWholeRows(CCellBlock& out, const CReportSysCode& node, std::size_t depth);
+  void AddWholeLines(CCellBlock& out, const CReportSysCode& node);
   CCellSource ChainFrom(std::size_t begin) const;
   void FinishChain(CCellBlock& rows);
 
@@ -102,9 +112,16 @@ class CSummaryWalk {
   const CSectionChoice& sections_;
   std::wstring_view unit_;  // of the item in hand: every sum below it has this unit
   int level_ = 0;           // of the item in hand
-  // Nothing below a floor is shown or left out, or nothing but whole system codes.
+  // Nothing below a floor is shown or left out, or nothing below a first system code is left out.
   bool takesWholeFloors_ = false;
   bool takesWholeCodes_ = false;
+  CFloorBlocks floorBlocks_;
+  // The codes below the whole one in hand, for each depth.
+  std::array<std::vector<const CReportSysCode*>, SYSCODE_LEVEL_COUNT> below_;
+  // Texts of a row in the making.
+  std::wstring title_;
+  std::wstring circuit_;
+  std::wstring formula_;
   std::vector<SFrame> frames_;
   // The references of the results counted so far below the floor in hand: their text is written
   // when the floor is done.
