@@ -120,6 +120,15 @@ struct SWholeSum {
   }
 };
 
+class CReportSysCode;
+
+/// A first system code that the summaries walk below the floors of a node.
+struct SFirstCode {
+  std::wstring_view name;
+  CReportSysCode* node = nullptr;
+  std::size_t floor = 0;  ///< place of its floor among the node's children
+};
+
 /// One result of the detail set in the paint, duct and insulation tables, as it counts where
 /// nothing is left out.
 struct SDetailSum {
@@ -214,7 +223,8 @@ class CReportAttribute final : public TReportDataNode<ENodeKind::Attribute> {
   /// What rows of this attribute are sorted by; made at the fold, shared by nodes of one record.
   std::shared_ptr<const SAttSortKey> sortKey;
   SWholeSum whole;
-  SAttPlaces places;  ///< by name in natural order, in the reports that use it
+  std::vector<SFirstCode> firstCodes;  ///< by name, then by floor, in the summaries
+  SAttPlaces places;                   ///< by name in natural order, in the reports that use it
 };
 
 /// One level of a system code. Filed under `name`; GetKey is the sort number.
@@ -222,8 +232,6 @@ class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
  public:
   std::wstring GetKey() const override;
   CNodeKey GetFiledKey() const override { return {name}; }
-  /// The summaries take one first code of each sort number: it is another one.
-  bool isShadowed = false;
   bool hasSysCodes = false;  ///< below it, in the summaries
   int sortId = 0;            ///< CTallyDataMng::GetSysCodeSortId at the fold
   // The texts belong to the store.
@@ -262,6 +270,7 @@ class CReportCalItem final : public TReportDataNode<ENodeKind::CalItem> {
   std::wstring text3;
   std::wstring text4;
   SWholeSum whole;
+  std::vector<SFirstCode> firstCodes;  ///< by name, then by floor, in the summaries
   /// The same of the books; null where nothing counts.
   std::unique_ptr<const SItemFigures> wholeFigures;
 };

@@ -135,7 +135,7 @@ bool CBillQuotaReport::AddAttribute(CSummaryWalk& walk, double& sum, CCellBlock&
                                     int level) const {
   double local = 0;
   CCellBlock floors;
-  if (!walk.AddFloors(local, floors, attribute.children, attribute.whole, unit, level)) {
+  if (!walk.AddFloors(local, floors, SFloorParent(attribute), unit, level)) {
     return false;
   }
   sum += local;

@@ -62,7 +62,7 @@ bool CConsumptionReport::AddCalItem(CSummaryWalk& walk, Report::SResultData& tar
   target.unit = item.unit;
   double sum = 0;
   CCellBlock floors;
-  if (!walk.AddFloors(sum, floors, item.children, item.whole, item.unit, level)) {
+  if (!walk.AddFloors(sum, floors, SFloorParent(item), item.unit, level)) {
     return false;
   }
   target.quantity += sum;

@@ -1,5 +1,7 @@
 #include "reports/shared/summary_report.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <vector>
 
 #include "report_model/report_data_method.h"
@@ -12,50 +14,48 @@ class CWholeSums {
  public:
   explicit CWholeSums(EFirstSysCodes firstSysCodes) : firstSysCodes_(firstSysCodes) {}
 
-  // The sum of the floors that are children; what lies above floors has a limited depth.
-  SWholeSum OfFloors(const Report::NodeMap& children) {
+  // The sum of the floors that are children, and the first codes below them; what lies above floors
+  // has a limited depth.
+  SWholeSum OfFloors(const Report::NodeMap& children, std::vector<SFirstCode>& firstCodes) {
     SWholeSum sum;
+    std::size_t place = 0;
     for (const auto& child : children.InOrder()) {
       if (auto* floor = NodeAs<CReportFloor>(child.get())) {
         floor->whole = SWholeSum();
-        const std::vector<CReportSysCode*> sysCodes = FirstSysCodesOf(*floor, firstSysCodes_);
-        if (sysCodes.size() < floor->children.size()) {
-          MarkShadowed(*floor, sysCodes);
-        }
-        for (CReportSysCode* sysCode : sysCodes) {
+        for (CReportSysCode* sysCode : FirstSysCodesOf(*floor, firstSysCodes_)) {
           SumBelow(*sysCode);
           floor->whole.Add(sysCode->whole);
+          firstCodes.push_back({sysCode->name, sysCode, place});
         }
         sum.Add(floor->whole);
-        continue;
+      } else {
+        OfNode(*child);
       }
-      const SWholeSum below = OfFloors(child->children);
-      if (auto* item = NodeAs<CReportCalItem>(child.get())) {
-        item->whole = below;
-      } else if (auto* attribute = NodeAs<CReportAttribute>(child.get())) {
-        attribute->whole = below;
-      }
+      ++place;
     }
     return sum;
   }
 
  private:
+  void OfNode(IReportDataNode& node) {
+    std::vector<SFirstCode> firstCodes;
+    const SWholeSum whole = OfFloors(node.children, firstCodes);
+    std::stable_sort(firstCodes.begin(), firstCodes.end(),
+                     [](const SFirstCode& a, const SFirstCode& b) { return a.name < b.name; });
+    if (auto* item = NodeAs<CReportCalItem>(&node)) {
+      item->whole = whole;
+      item->firstCodes.assign(firstCodes.begin(), firstCodes.end());
+    } else if (auto* attribute = NodeAs<CReportAttribute>(&node)) {
+      attribute->whole = whole;
+      attribute->firstCodes.assign(firstCodes.begin(), firstCodes.end());
+    }
+  }
+
   struct SLevel {
     CReportSysCode* node;
     Report::NodeMap::Nodes::const_iterator next;
     SWholeSum sum;
   };
-
-  static void MarkShadowed(const CReportFloor& floor, const std::vector<CReportSysCode*>& taken) {
-    for (const auto& child : floor.children.InOrder()) {
-      if (auto* sysCode = NodeAs<CReportSysCode>(child.get())) {
-        sysCode->isShadowed = true;
-      }
-    }
-    for (CReportSysCode* sysCode : taken) {
-      sysCode->isShadowed = false;
-    }
-  }
 
   void Enter(CReportSysCode& node) {
     levels_.push_back({&node, node.children.InOrder().begin(), {}});
@@ -105,7 +105,8 @@ class CWholeSums {
 }  // namespace
 
 void CSummaryReport::SumWhole(const SSummaryShape& shape) {
-  static_cast<void>(CWholeSums(shape.firstSysCodes).OfFloors(root));
+  std::vector<SFirstCode> none;
+  static_cast<void>(CWholeSums(shape.firstSysCodes).OfFloors(root, none));
 }
 
 void CSummaryReport::ShowRows(const SSummaryShape& shape, Report::CellArray& rows,

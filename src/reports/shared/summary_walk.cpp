@@ -46,27 +46,65 @@ std::vector<CReportSysCode*> FirstSysCodesOf(const CReportFloor& node, EFirstSys
   return sysCodes;
 }
 
-bool CSummaryWalk::AddFloors(double& sum, CCellBlock& out, const Report::NodeMap& children,
-                             const SWholeSum& whole, std::wstring_view unit, int level) {
+bool CSummaryWalk::AddFloors(double& sum, CCellBlock& out, const SFloorParent& parent,
+                             std::wstring_view unit, int level) {
   unit_ = unit;
   SetLevel(level);
-  if (takesWholeFloors_ && request_.condition.floors.empty() && !shape_.floorRow.Holds(level_)) {
-    sum += whole.quantity;
-    return whole.counted;
+  const std::vector<Report::SFloorPair>& floors = request_.condition.floors;
+  if (takesWholeFloors_ && floors.empty() && !shape_.floorRow.Holds(level_)) {
+    sum += parent.whole.quantity;
+    return parent.whole.counted;
   }
   bool counted = false;
-  ForEachChosenFloor<EPairKey::DrawingFloor>(
-      children, request_.condition.floors,
-      [&](const CReportFloor& node, const CPickedFloor& picked, const std::wstring& drawingFloor,
-          const std::wstring& floor) {
-        CCellBlock block;
-        const bool showsDrawing = shape_.floorCell == EFloorCell::DrawingFloor;
-        counted |= AddFloor(sum, block, node, picked, showsDrawing ? drawingFloor : floor);
-        if (!block.Empty()) {
-          floorBlocks_.Put(node, floor, std::move(block));
-        }
-      });
+  if (floors.empty() && !request_.sysCodes.empty()) {
+    counted = AddFloorsByCode(sum, parent);
+  } else {
+    ForEachChosenFloor<EPairKey::DrawingFloor>(
+        parent.children, floors,
+        [&](const CReportFloor& node, const CPickedFloor& picked, const std::wstring& drawingFloor,
+            const std::wstring& floor) {
+          const bool needsCodes = !takesWholeFloors_ || picked.IsOther();
+          counted |=
+              AddFloor(sum, {node, picked, drawingFloor, floor,
+                             needsCodes ? ChosenSysCodes(node) : std::vector<CReportSysCode*>()});
+        });
+  }
   floorBlocks_.MoveTo(out);
+  return counted;
+}
+
+// The floors that have first system codes which the filter takes. These are looked up, so that the
+// others cost nothing.
+bool CSummaryWalk::AddFloorsByCode(double& sum, const SFloorParent& parent) {
+  struct SByName {
+    bool operator()(const SFirstCode& a, const std::wstring& b) const { return a.name < b; }
+    bool operator()(const std::wstring& a, const SFirstCode& b) const { return a < b.name; }
+  };
+  chosenCodes_.clear();
+  for (const std::wstring& name : request_.sysCodes.front()) {
+    const auto [first, last] =
+        std::equal_range(parent.firstCodes.begin(), parent.firstCodes.end(), name, SByName());
+    for (auto at = first; at != last; ++at) {
+      chosenCodes_.push_back(&*at);
+    }
+  }
+  const bool byNumber = shape_.firstSysCodes == EFirstSysCodes::BySortNumber;
+  std::stable_sort(chosenCodes_.begin(), chosenCodes_.end(),
+                   [byNumber](const SFirstCode* a, const SFirstCode* b) {
+                     return a->floor != b->floor ? a->floor < b->floor
+                                                 : byNumber && a->node->sortId < b->node->sortId;
+                   });
+  bool counted = false;
+  std::vector<CReportSysCode*> sysCodes;
+  for (std::size_t i = 0; i < chosenCodes_.size();) {
+    const std::size_t place = chosenCodes_[i]->floor;
+    for (sysCodes.clear(); i < chosenCodes_.size() && chosenCodes_[i]->floor == place; ++i) {
+      sysCodes.push_back(chosenCodes_[i]->node);
+    }
+    if (const auto* node = NodeAs<CReportFloor>(parent.children.InOrder()[place])) {
+      counted |= AddFloor(sum, {*node, CPickedFloor(), node->name, node->name, sysCodes});
+    }
+  }
   return counted;
 }
 
@@ -100,38 +138,41 @@ void PrefetchExpressions(const std::vector<CReportSysCode*>& sysCodes) {
 
 }  // namespace
 
-bool CSummaryWalk::AddFloor(double& sum, CCellBlock& out, const CReportFloor& node,
-                            const CPickedFloor& picked, const std::wstring& shownFloor) {
-  const bool isWhole = takesWholeCodes_ && !picked.IsOther();
+// Puts the floor's block, if it has rows.
+bool CSummaryWalk::AddFloor(double& sum, const SFloorStep& step) {
+  const CReportFloor& node = step.node;
+  const bool isWhole = takesWholeCodes_ && !step.picked.IsOther();
   SWholeSum local;
-  std::vector<CReportSysCode*> sysCodes;
   CCellBlock partRows;
   if (isWhole && takesWholeFloors_) {
     local = node.whole;
-  } else {
-    sysCodes = ChosenSysCodes(node);
-    if (isWhole) {
-      for (const CReportSysCode* sysCode : sysCodes) {
-        local.Add(sysCode->whole);
-      }
-    } else {
-      local = AddParts(partRows, sysCodes, picked);
+  } else if (isWhole) {
+    for (const CReportSysCode* sysCode : step.sysCodes) {
+      local.Add(sysCode->whole);
     }
+  } else {
+    local = AddParts(partRows, step.sysCodes, step.picked);
   }
   if (!local.counted) {
     return false;
   }
   sum += local.quantity;
+  CCellBlock block;
   if (shape_.floorRow.Holds(level_)) {
-    out.AddCells(L"@F", node.name, shownFloor, unit_, local.quantity);
+    const bool showsDrawing = shape_.floorCell == EFloorCell::DrawingFloor;
+    block.AddCells(L"@F", node.name, showsDrawing ? step.drawingFloor : step.floor, unit_,
+                   local.quantity);
   }
   if (isWhole && Opens(0)) {
-    for (CReportSysCode* sysCode : sysCodes) {
+    for (CReportSysCode* sysCode : step.sysCodes) {
       KeepReferences(*sysCode, shape_.chainMark);
-      AddWholeRows(out, *sysCode, 0);
+      AddWholeRows(block, *sysCode, 0);
     }
   }
-  out.Append(std::move(partRows));
+  block.Append(std::move(partRows));
+  if (!block.Empty()) {
+    floorBlocks_.Put(node, step.floor, std::move(block));
+  }
   return true;
 }
 
@@ -141,22 +182,8 @@ bool CSummaryWalk::MayEnter(const CReportSysCode& node, std::size_t depth) const
 
 // The first system codes that the filter takes. It chooses among those that sort numbers have left.
 std::vector<CReportSysCode*> CSummaryWalk::ChosenSysCodes(const CReportFloor& node) const {
-  if (request_.sysCodes.empty() || request_.sysCodes.front().size() >= node.children.size()) {
-    std::vector<CReportSysCode*> sysCodes = FirstSysCodesOf(node, shape_.firstSysCodes);
-    std::erase_if(sysCodes, [this](const CReportSysCode* each) { return !MayEnter(*each, 0); });
-    return sysCodes;
-  }
-  std::vector<CReportSysCode*> sysCodes;
-  for (const std::wstring& name : request_.sysCodes.front()) {
-    const auto at = node.children.find(name);
-    auto* sysCode = at == node.children.end() ? nullptr : NodeAs<CReportSysCode>(at.Node().get());
-    if (sysCode != nullptr && !sysCode->isShadowed) {
-      sysCodes.push_back(sysCode);
-    }
-  }
-  if (shape_.firstSysCodes == EFirstSysCodes::BySortNumber) {
-    SortByNumber(sysCodes);
-  }
+  std::vector<CReportSysCode*> sysCodes = FirstSysCodesOf(node, shape_.firstSysCodes);
+  std::erase_if(sysCodes, [this](const CReportSysCode* each) { return !MayEnter(*each, 0); });
   return sysCodes;
 }
 

@@ -53,6 +53,17 @@ struct SSummaryRequest {
   int level;
 };
 
+/// The node whose children are the floors that a walk adds.
+struct SFloorParent {
+  template <class TNode>
+  explicit SFloorParent(const TNode& node)
+      : children(node.children), whole(node.whole), firstCodes(node.firstCodes) {}
+
+  const Report::NodeMap& children;
+  const SWholeSum& whole;
+  const std::vector<SFirstCode>& firstCodes;
+};
+
 /// Walks the nodes of one pass. Sums rise from the results in the tree's order while each
 /// level's blocks are put in the order of the rows; hidden levels are summed all the same.
 class CSummaryWalk {
@@ -64,11 +75,10 @@ class CSummaryWalk {
 
   const SSummaryRequest& Request() const { return request_; }
 
-  /// Walks the floors among `children` that the filter selects, adds their quantities to `sum` and
-  /// appends their rows to `out`, as deep as `level` opens. True if anything was counted. `whole`
-  /// is the sum of all `children`.
-  bool AddFloors(double& sum, CCellBlock& out, const Report::NodeMap& children,
-                 const SWholeSum& whole, std::wstring_view unit, int level);
+  /// Walks the floors of `parent` that the filter selects, adds their quantities to `sum` and
+  /// appends their rows to `out`, as deep as `level` opens. True if anything was counted.
+  bool AddFloors(double& sum, CCellBlock& out, const SFloorParent& parent, std::wstring_view unit,
+                 int level);
 
  private:
   // One system code on the way down, its sum so far and the rows of what lies below it.
@@ -85,8 +95,17 @@ class CSummaryWalk {
     bool counted = false;
   };
 
-  bool AddFloor(double& sum, CCellBlock& out, const CReportFloor& node, const CPickedFloor& picked,
-                const std::wstring& shownFloor);
+  // A floor, the texts of the filter's pair, and the first system codes to walk.
+  struct SFloorStep {
+    const CReportFloor& node;
+    const CPickedFloor& picked;
+    const std::wstring& drawingFloor;
+    const std::wstring& floor;
+    const std::vector<CReportSysCode*>& sysCodes;
+  };
+
+  bool AddFloor(double& sum, const SFloorStep& step);
+  bool AddFloorsByCode(double& sum, const SFloorParent& parent);
   SWholeSum AddParts(CCellBlock& out, const std::vector<CReportSysCode*>& sysCodes,
                      const CPickedFloor& picked);
   bool AddSysCode(double& sum, CCellBlock& out, const CReportSysCode& first,
@@ -116,6 +135,7 @@ class CSummaryWalk {
   bool takesWholeFloors_ = false;
   bool takesWholeCodes_ = false;
   CFloorBlocks floorBlocks_;
+  std::vector<const SFirstCode*> chosenCodes_;
   // The codes below the whole one in hand, for each depth.
   std::array<std::vector<const CReportSysCode*>, SYSCODE_LEVEL_COUNT> below_;
   // Texts of a row in the making.
