@@ -88,14 +88,17 @@ bool CSummaryWalk::AddFloorsByCode(double& sum, const SFloorParent& parent) {
       chosenCodes_.push_back(&*at);
     }
   }
-  const bool byNumber = shape_.firstSysCodes == EFirstSysCodes::BySortNumber;
-  std::stable_sort(chosenCodes_.begin(), chosenCodes_.end(),
-                   [byNumber](const SFirstCode* a, const SFirstCode* b) {
-                     return a->floor != b->floor ? a->floor < b->floor
-                                                 : byNumber && a->node->sortId < b->node->sortId;
-                   });
+  // Those of one name stand by floor already.
+  if (request_.sysCodes.front().size() > 1) {
+    const bool byNumber = shape_.firstSysCodes == EFirstSysCodes::BySortNumber;
+    std::stable_sort(chosenCodes_.begin(), chosenCodes_.end(),
+                     [byNumber](const SFirstCode* a, const SFirstCode* b) {
+                       return a->floor != b->floor ? a->floor < b->floor
+                                                   : byNumber && a->node->sortId < b->node->sortId;
+                     });
+  }
   bool counted = false;
-  std::vector<CReportSysCode*> sysCodes;
+  std::vector<CReportSysCode*>& sysCodes = sysCodesOfFloor_;
   for (std::size_t i = 0; i < chosenCodes_.size();) {
     const std::size_t place = chosenCodes_[i]->floor;
     for (sysCodes.clear(); i < chosenCodes_.size() && chosenCodes_[i]->floor == place; ++i) {

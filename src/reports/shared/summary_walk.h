@@ -136,6 +136,7 @@ class CSummaryWalk {
   bool takesWholeCodes_ = false;
   CFloorBlocks floorBlocks_;
   std::vector<const SFirstCode*> chosenCodes_;
+  std::vector<CReportSysCode*> sysCodesOfFloor_;
   // The codes below the whole one in hand, for each depth.
   std::array<std::vector<const CReportSysCode*>, SYSCODE_LEVEL_COUNT> below_;
   // Texts of a row in the making.
