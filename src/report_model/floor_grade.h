@@ -2,7 +2,6 @@
 #ifndef TALLY_REPORT_MODEL_FLOOR_GRADE_H_
 #define TALLY_REPORT_MODEL_FLOOR_GRADE_H_
 
-#include <compare>
 #include <string>
 
 #include "platform/export.h"
@@ -12,7 +11,10 @@ struct TALLY_API SFloorGrade {
   SFloorGrade() = default;
   explicit SFloorGrade(const std::wstring& name);
 
-  auto operator<=>(const SFloorGrade& other) const = default;
+  bool operator==(const SFloorGrade& other) const = default;
+  bool operator<(const SFloorGrade& other) const {
+    return grade != other.grade ? grade < other.grade : number < other.number;
+  }
 
   int grade = 0;   ///< CFloorResultData::CalFloorGrade
   int number = 0;  ///< leading integer of the name

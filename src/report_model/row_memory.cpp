@@ -8,7 +8,7 @@ namespace {
 using SChunk = CRowMemory::SChunk;
 
 // Small enough to come from the heap that texts come from, so that its pages stay warm.
-constexpr std::size_t kChunkSize = 16 * 1024;
+constexpr std::size_t kChunkSize = std::size_t{16} * 1024;
 constexpr std::size_t kRoom = kChunkSize - sizeof(SChunk);
 constexpr std::size_t kLargestShared = kRoom / 8;
 

@@ -28,8 +28,9 @@ class CFloorBlocks {
       order_[i] = i;
     }
     std::sort(order_.begin(), order_.end(), [this](std::size_t a, std::size_t b) {
-      const auto order = blocks_[a].grade <=> blocks_[b].grade;
-      return order != 0 ? order < 0 : a < b;
+      const SFloorGrade& left = blocks_[a].grade;
+      const SFloorGrade& right = blocks_[b].grade;
+      return left == right ? a < b : left < right;
     });
     const SFloorGrade* last = nullptr;
     for (const std::size_t at : order_) {
