@@ -90,7 +90,10 @@ void CheckSysCode(const std::wstring& path, int level) {
   Method::GetFJSysCodeVec({path, name}, levels);
   Require(levels.size() <= SYSCODE_LEVEL_COUNT, "three levels at most");
 
-  Report::NodeMap children;
+  Report::NodeMap specs;
+  const KorDMRec::SKorDMSpecRec spec{1, L"spec"};
+  CReportSpec* root = Method::GetSpec(specs, spec);
+  Report::NodeMap& children = root->children;
   const KorDMRec::SKorDMSysCodeRec record{1, path};
   const CReportSysCode* node = Method::GetSysCode(children, L"", record);
   Require((node == nullptr) == path.empty(), "every path but the empty one has a node");
@@ -98,13 +101,9 @@ void CheckSysCode(const std::wstring& path, int level) {
   std::vector<std::wstring> parts;
   KorString::Split(name, parts, L'\\');
   if (node != nullptr) {
-    const KorDMRec::SKorDMSpecRec spec{1, L"spec"};
-    Report::NodeMap specs;
-    CReportSpec* root = Method::GetSpec(specs, spec);
-    root->children.swap(children);
     Require(Method::FindSysCodeItem(root, parts) == node, "the node is found by its levels");
   }
-  ClearNodes(children);
+  ClearNodes(specs);
 }
 
 void CheckAttribute(const std::wstring& text, const std::wstring& prefix) {

@@ -129,12 +129,23 @@ struct SFirstCode {
   std::size_t floor = 0;  ///< place of its floor among the node's children
 };
 
-/// One result of the detail set in the paint, duct and insulation tables, as it counts where
-/// nothing is left out.
+/// One result of the detail set in the paint, duct and insulation tables.
 struct SDetailSum {
-  std::array<double, 4> quantities{};  ///< of all components on all its floors
+  std::array<double, 4> quantities{};  ///< of all components on one floor
   std::wstring_view references;        ///< component text and one more "$", in SDetailSums::text
   int floorCount = 0;
+
+  /// On all its floors.
+  std::array<double, 4> Quantities() const {
+    return {quantities[0] * floorCount, quantities[1] * floorCount, quantities[2] * floorCount,
+            quantities[3] * floorCount};
+  }
+};
+
+/// What a filter asks of it. The texts belong to the result set.
+struct SDetailSource {
+  std::wstring_view floorText;
+  std::wstring_view sgdName;
 };
 
 /// The places of an attribute among those of its report, smaller numbers first and larger numbers
@@ -144,13 +155,17 @@ struct SAttPlaces {
   int descending = -1;
 };
 
+class CReportCategory;
+class CReportSysCode;
+
 /// What a walk of these tables reads of a calculation item.
 struct SDetailItem {
-  sReportData place;  ///< without a result
-  const SAttSortKey* attribute = nullptr;
+  const CReportSysCode* sysCode = nullptr;
+  const CReportCategory* category = nullptr;
+  std::shared_ptr<const SAttSortKey> attribute;
   SAttPlaces attPlaces;
   int namePlace = -1;                  ///< of its name as a narrow text, where these all differ
-  const std::wstring* name = nullptr;  ///< one object for each text of the group
+  const std::wstring* name = nullptr;  ///< one object for each text of the report
   const std::wstring* unit = nullptr;  ///< likewise
   std::size_t first = 0;               ///< its results in SDetailSums::details
   std::size_t last = 0;                ///< behind the last one
@@ -158,14 +173,16 @@ struct SDetailItem {
 
 /// The items below a group of these tables in the order of the walk, and their results side by
 /// side: item name by item name, those of one in the order of the walk. The references follow on
-/// each other in one text.
+/// each other in one text. They stand for the nodes below the system codes.
 struct SDetailSums {
+  std::vector<std::shared_ptr<const CReportCategory>> categories;  ///< of the items, each once
   std::vector<SDetailItem> items;
   std::vector<SDetailSum> details;
+  std::vector<SDetailSource> sources;  ///< of the details
   std::wstring text;
 };
 
-/// Some of the items of SDetailSums that stand side by side.
+/// Some of the entries of SDetailSums or CSystemBookItems that stand side by side.
 struct SDetailItems {
   std::size_t first = 0;
   std::size_t last = 0;  ///< behind the last one
@@ -180,12 +197,18 @@ class CReportType final : public TReportDataNode<ENodeKind::Type> {
   std::wstring name;
 };
 
+class CSystemBookItems;
+struct SBookFigures;
+struct SFloorFigures;
+
 /// Discipline. Key: `name`.
 class CReportSpec final : public TReportDataNode<ENodeKind::Spec> {
  public:
   std::wstring GetKey() const override { return name; }
   CNodeKey GetFiledKey() const override { return {name}; }
   std::wstring name;
+  std::shared_ptr<const CSystemBookItems> bookItems;  ///< in the system calculation book
+  std::shared_ptr<const SBookFigures> figures;        ///< in the member calculation book
 };
 
 /// Floor. Key: `name`.
@@ -198,6 +221,35 @@ class CReportFloor final : public TReportDataNode<ENodeKind::Floor> {
   SFloorGrade grade;  ///< of the name
   SWholeSum whole;
   SDetailItems items;  ///< that lie below, in the paint, duct and insulation tables
+  std::shared_ptr<const SFloorFigures> figures;  ///< in the floor calculation book
+};
+
+/// What the member and floor books know of a component kind.
+struct SKindFigures {
+  std::size_t first = 0;  ///< its attributes in SBookFigures::attributes
+  std::size_t last = 0;   ///< behind the last one
+  bool isLineWork = false;
+};
+
+class CReportAttribute;
+class CReportPjCalItem;
+
+/// A fitting as the walk of its summary reads it; made at the fold.
+struct SFitting {
+  const CReportAttribute* attribute = nullptr;
+  const CReportPjCalItem* item = nullptr;
+  std::wstring_view line;  ///< the attribute's name, one text for nodes of one record
+  std::wstring_view text1;
+  std::wstring_view name;
+  std::wstring_view unit;
+  SAttPlaces linePlaces;
+  /// Place of the last three texts among those of the report, in narrow order, and of the component
+  /// category among those of the discipline; -1 where there is no such order.
+  int place = -1;
+  int categoryPlace = -1;
+  bool hasFloorsText = true;  ///< whether all results have the floor text of their floor's node
+  double quantity = 0;        ///< of all results
+  std::wstring references;    ///< of all results: component text and one more "$" of each
 };
 
 /// Component kind. Key: `category` + "\" + `kind`.
@@ -208,6 +260,8 @@ class CReportCategory final : public TReportDataNode<ENodeKind::Category> {
   int sortId = 0;  ///< CTallyDataMng::GetCategorySortId at the fold
   std::wstring category;
   std::wstring kind;
+  std::vector<SFitting> fittings;  ///< that lie below, in the fitting summary
+  SKindFigures figures;
 };
 
 /// Attribute. Filed under `name`, or under `name` + `value` (CReportDataMethod::GetAttribute).
@@ -250,14 +304,7 @@ class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
   /// code keeps. Joined for the first request that shows them.
   std::wstring_view references;
   std::unique_ptr<const std::wstring> keptReferences;
-  SDetailItems items;  ///< that lie below, in the paint, duct and insulation tables
-};
-
-/// What a calculation item shows in the member and floor books.
-struct SItemFigures {
-  std::wstring formula;
-  std::wstring references;
-  std::array<double, 4> sums{};
+  SDetailItems items;  ///< that lie below: paint, duct and insulation tables, system book
 };
 
 /// Calculation item. Key: `name` + "@" + `unit`.
@@ -271,21 +318,17 @@ class CReportCalItem final : public TReportDataNode<ENodeKind::CalItem> {
   std::wstring text4;
   SWholeSum whole;
   std::vector<SFirstCode> firstCodes;  ///< by name, then by floor, in the summaries
-  /// The same of the books; null where nothing counts.
-  std::unique_ptr<const SItemFigures> wholeFigures;
 };
 
 /// Fitting. Filed under `text1` + "@" + `name`, unlike GetKey.
 class CReportPjCalItem final : public TReportDataNode<ENodeKind::PjCalItem> {
  public:
-  std::wstring GetKey() const override { return name + L"@" + unit; }
+  std::wstring GetKey() const override { return std::wstring(name).append(1, L'@').append(unit); }
   CNodeKey GetFiledKey() const override { return {text1, L"@", name}; }
-  std::wstring text1;
-  std::wstring name;
-  std::wstring unit;
-  /// Places of the three texts among those of the report, in narrow order; -1 where they have none.
-  std::array<int, 3> places{-1, -1, -1};
-  bool HasPlaces() const { return places[0] >= 0 && places[1] >= 0 && places[2] >= 0; }
+  // The texts belong to the result set, which outlives the tree.
+  std::wstring_view text1;
+  std::wstring_view name;
+  std::wstring_view unit;
 };
 
 /// What the two kinds of result have in common. The texts belong to the result set, which outlives

@@ -1,63 +1,39 @@
 #include "reports/calculation_books/calculation_book.h"
 
-#include <array>
-#include <memory>
+#include <algorithm>
+#include <cstddef>
 #include <set>
+#include <span>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "report_model/report_data_method.h"
 #include "reports/shared/category_blocks.h"
+#include "reports/shared/floor_blocks.h"
 
 namespace {
 
-void AddItemRow(CCellBlock& out, const CReportCalItem& item, CCellSource formula,
-                CCellSource references, const std::array<double, 4>& sums) {
-  out.AddCells(L"@CI", item.name, item.unit, formula, references, sums[0], sums[1], sums[2],
-               sums[3]);
-}
-
-CCellBlock WholeRow(const CReportCalItem& item) {
-  CCellBlock row;
-  if (const SItemFigures* figures = item.wholeFigures.get()) {
-    AddItemRow(row, item, figures->formula, figures->references, figures->sums);
+// The attributes of a kind in the order of rows. Of those that share a place the first one to have
+// rows stays.
+std::vector<const SFigureAttribute*> InOrder(std::span<const SFigureAttribute> attributes,
+                                             int SAttPlaces::*place) {
+  std::vector<const SFigureAttribute*> order;
+  order.reserve(attributes.size());
+  for (const SFigureAttribute& attribute : attributes) {
+    order.push_back(&attribute);
   }
-  return row;
-}
-
-CCellBlock PartRow(const CReportCalItem& item, std::unique_ptr<const SItemFigures> figures) {
-  CCellBlock row;
-  if (figures != nullptr) {
-    AddItemRow(row, item, CCellSource::Copied(figures->formula),
-               CCellSource::Copied(figures->references), figures->sums);
-  }
-  return row;
-}
-
-// Nodes above calculation items have a limited depth.
-template <class TFigures>
-void KeepBelow(const Report::NodeMap& children, const std::wstring& spec, const std::wstring& main,
-               const TFigures& figuresOf) {
-  for (const auto& child : children.InOrder()) {
-    if (auto* item = NodeAs<CReportCalItem>(child.get())) {
-      item->wholeFigures = figuresOf(*item, item->name == main);
-    } else if (const auto* category = NodeAs<CReportCategory>(child)) {
-      KeepBelow(category->children, spec, MainCalItemOf(spec, *category), figuresOf);
-    } else {
-      KeepBelow(child->children, spec, main, figuresOf);
-    }
-  }
+  std::sort(
+      order.begin(), order.end(), [place](const SFigureAttribute* a, const SFigureAttribute* b) {
+        return a->places.*place != b->places.*place ? a->places.*place < b->places.*place : a < b;
+      });
+  return order;
 }
 
 }  // namespace
 
-void CCalculationBook::KeepFigures(const ItemFigures& figuresOf) const {
-  ForEachChild<CReportSpec>(
-      root, [&](const CReportSpec& node) { KeepBelow(node.children, node.name, {}, figuresOf); });
-}
-
 CCellBlock CCalculationBook::FloorBlocks(const CReportSpec& node, const FloorRows& rowsOf) const {
-  std::set<CFloorResultData> blocks;
+  CFloorBlocks blocks;
   ForEachChosenFloor<EPairKey::DrawingFloor>(
       node.children, condition.floors,
       [&](const CReportFloor& floor, const CPickedFloor& picked, const std::wstring& drawingFloor,
@@ -67,13 +43,11 @@ CCellBlock CCalculationBook::FloorBlocks(const CReportSpec& node, const FloorRow
           CCellBlock block;
           block.AddCells(L"@F", drawingFloor, shownFloor);
           block.Append(std::move(rows));
-          CFloorResultData result(shownFloor);
-          result.SetResult(std::move(block));
-          PutBlock(blocks, std::move(result));
+          blocks.Put(floor, shownFloor, std::move(block));
         }
       });
   CCellBlock rows;
-  CReportDataMethod::ChangeSysResult(rows, std::move(blocks));
+  blocks.MoveTo(rows);
   return rows;
 }
 
@@ -103,31 +77,52 @@ void CCalculationBook::AddTypes(CCellBlock& lineWork, CCellBlock& out, const IRe
   CReportDataMethod::ChangeTypeResult(out, std::move(others));
 }
 
-CCellBlock CCalculationBook::KindBlocks(const Report::NodeMap& children, ETake take,
-                                        const ItemFigures& figuresOf) const {
+CCellBlock CCalculationBook::KindBlocks(const Report::NodeMap& children,
+                                        const SBookFigures& figures,
+                                        const AddItemRow& addRow) const {
   return CategoryBlocks(children, condition.categories, [&](const CReportCategory& category) {
-    const std::wstring main = MainCalItemOf(spec, category);
-    return AttributeBlocks(spec, category, [&](const CReportAttribute& attribute) {
-      CCellBlock items;
-      std::set<CCalItemResultData> others;
-      ForEachChild<CReportCalItem>(attribute.children, [&](const CReportCalItem& item) {
-        const bool isMain = item.name == main;
-        CCellBlock row =
-            take == ETake::Whole ? WholeRow(item) : PartRow(item, figuresOf(item, isMain));
-        if (isMain) {
-          items.Append(std::move(row));
-        } else {
-          // Put in without rows as well: it then holds the place of its key.
-          PutBlock(others, CCalItemResultData(item.name, item.unit, std::move(row)));
-        }
-      });
-      CReportDataMethod::ChangeCalItemResult(items, std::move(others));
-      CCellBlock rows;
-      if (!items.Empty()) {
-        rows.AddCells(L"@A", attribute.name, attribute.value);
-        rows.Append(std::move(items));
-      }
-      return rows;
-    });
+    return KindBlock(category, figures, addRow);
   });
+}
+
+CCellBlock CCalculationBook::KindBlock(const CReportCategory& category, const SBookFigures& figures,
+                                       const AddItemRow& addRow) const {
+  const std::span<const SFigureAttribute> attributes = figures.Of(category);
+  const auto rowsOf = [&](const SFigureAttribute& attribute) {
+    CCellBlock items;
+    for (const SFigureRow& row : figures.Of(attribute)) {
+      addRow(items, row);
+    }
+    CCellBlock rows;
+    if (!items.Empty()) {
+      rows.AddCells(L"@A", attribute.key->name, attribute.key->value);
+      rows.Append(std::move(items));
+    }
+    return rows;
+  };
+  if (attributes.empty() || attributes.front().places.ascending < 0) {
+    auto next = attributes.begin();
+    return AttributeBlocks(spec, category, [&](const CReportAttribute& node) {
+      return next != attributes.end() && next->node == &node ? rowsOf(*next++) : CCellBlock();
+    });
+  }
+  const bool largerFirst =
+      category.figures.isLineWork && CResultConfig::Instance()->GetLineSortDowm();
+  const auto place = largerFirst ? &SAttPlaces::descending : &SAttPlaces::ascending;
+  CCellBlock out;
+  int last = -1;
+  for (const SFigureAttribute* attribute : InOrder(attributes, place)) {
+    if (attribute->places.*place == last) {
+      continue;
+    }
+    CCellBlock rows = rowsOf(*attribute);
+    if (!rows.Empty()) {
+      if (out.Empty()) {
+        out.AddCells(L"@Cg", category.GetKey());
+      }
+      out.Append(std::move(rows));
+      last = attribute->places.*place;
+    }
+  }
+  return out;
 }

@@ -3,12 +3,13 @@
 #define TALLY_REPORTS_CALCULATION_BOOKS_CALCULATION_BOOK_H_
 
 #include <functional>
-#include <memory>
 #include <string>
+#include <utility>
 
 #include "report_mng/report_status_mng.h"
 #include "report_model/cell_block.h"
 #include "report_model/report_data_node.h"
+#include "reports/calculation_books/book_figures.h"
 #include "reports/shared/node_report.h"
 #include "reports/shared/picked_floor.h"
 #include "reports/shared/row_folder.h"
@@ -20,9 +21,10 @@
 /// switch is on at the request. Where the two differ, nothing is found and nothing shows.
 class CCalculationBook : public CNodeReport {
  protected:
-  /// Folds the detail rows. `path(fold, isDivided)` states the book's nesting.
-  template <class TPath>
-  void FoldDetails(TPath&& path) {
+  /// Folds the detail rows. `path(fold, isDivided)` states the book's nesting; `start()` is called
+  /// ahead of the first node.
+  template <class TPath, class TStart>
+  void FoldDetails(TPath&& path, TStart&& start) {
     const auto& data = CTallyDataMng::Instance()->GetXhlDetailData();
     const bool isDivided = CReportStatusMng::Instance()->GetIsDividedNode();
     CRowFolder fold(root, data);
@@ -30,7 +32,12 @@ class CCalculationBook : public CNodeReport {
     for (const auto& row : data.rows) {
       fold.Add(row);
     }
+    start();
     fold.Fold();
+  }
+  template <class TPath>
+  void FoldDetails(TPath&& path) {
+    FoldDetails(std::forward<TPath>(path), [] {});
   }
 
   /// Makes the rows below one node.
@@ -38,14 +45,10 @@ class CCalculationBook : public CNodeReport {
   /// Makes the rows of one floor.
   using FloorRows =
       std::function<CCellBlock(const CReportFloor& floor, const CPickedFloor& picked)>;
-  /// Adds up one calculation item; null where nothing counts.
-  using ItemFigures =
-      std::function<std::unique_ptr<const SItemFigures>(const CReportCalItem& item, bool isMain)>;
-  /// Whether a request takes all of an item, so that what the fold kept serves it.
-  enum class ETake { Whole, Part };
+  /// Adds the row of one calculation item: "@CI", name, unit, formula, references, four sums. None
+  /// where nothing counts.
+  using AddItemRow = std::function<void(CCellBlock& out, const SFigureRow& row)>;
 
-  /// Ends the fold of a book that shows KindBlocks: keeps what `figuresOf` makes of each item.
-  void KeepFigures(const ItemFigures& figuresOf) const;
   /// The "@F" blocks of the floors that the filter selects, by height: floor node, selected floor,
   /// then the rows. A floor without rows has no block.
   CCellBlock FloorBlocks(const CReportSpec& node, const FloorRows& rowsOf) const;
@@ -56,11 +59,14 @@ class CCalculationBook : public CNodeReport {
   void AddTypes(CCellBlock& lineWork, CCellBlock& out, const IReportDataNode& node,
                 const NodeRows& rowsOf) const;
   /// The component kinds among `children` that the filter selects, by sort number: "@Cg" path, then
-  /// for each attribute "@A" name, value, the row of the main item, those of the others by name and
-  /// unit. A row is "@CI", name, unit, formula, references, four sums. `figuresOf` makes the
-  /// figures of items that are taken in part.
-  CCellBlock KindBlocks(const Report::NodeMap& children, ETake take,
-                        const ItemFigures& figuresOf) const;
+  /// for each attribute "@A" name, value, the rows of the main items, those of the others by name
+  /// and unit. `figures` has the items of all these kinds.
+  CCellBlock KindBlocks(const Report::NodeMap& children, const SBookFigures& figures,
+                        const AddItemRow& addRow) const;
+
+ private:
+  CCellBlock KindBlock(const CReportCategory& category, const SBookFigures& figures,
+                       const AddItemRow& addRow) const;
 };
 
 #endif  // TALLY_REPORTS_CALCULATION_BOOKS_CALCULATION_BOOK_H_

@@ -3,6 +3,7 @@
 #include <cstddef>
 
 #include "platform/text_numbers.h"
+#include "report_model/formula_text.h"
 
 std::array<double, 4> ComponentQuantities(const CReportResultDetail& detail) {
   const auto count = static_cast<double>(detail.components.size());
@@ -22,4 +23,13 @@ void AddTerm(std::wstring& formula, double quantity) {
     formula += L'+';
   }
   AppendNumber(formula, quantity);
+}
+
+void AppendCircuitFormula(std::wstring& text, const CReportResultDetail& detail, int floorCount) {
+  AppendRepeated(text, detail.expression, static_cast<int>(detail.components.size()), floorCount);
+}
+
+void AppendReferences(std::wstring& text, const CReportResultDetail& detail) {
+  detail.AppendComponentText(text);
+  text += L'$';
 }

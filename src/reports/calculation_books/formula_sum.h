@@ -16,4 +16,10 @@ void AddQuantities(std::array<double, 4>& sums, const std::array<double, 4>& qua
 /// Joins a quantity behind "+".
 void AddTerm(std::wstring& formula, double quantity);
 
+/// Appends the formula of one circuit: the repeat formula, times the floors if these are several.
+void AppendCircuitFormula(std::wstring& text, const CReportResultDetail& detail, int floorCount);
+
+/// Appends the component text and "$".
+void AppendReferences(std::wstring& text, const CReportResultDetail& detail);
+
 #endif  // TALLY_REPORTS_CALCULATION_BOOKS_FORMULA_SUM_H_

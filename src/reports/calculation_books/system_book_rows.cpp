@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "platform/text_numbers.h"
-#include "report_model/formula_text.h"
 #include "report_model/report_data_method.h"
 #include "reports/calculation_books/formula_sum.h"
 #include "reports/calculation_books/xhl_jss2s_report.h"
@@ -20,11 +19,6 @@ std::wstring WithoutPseudoLevel(const std::wstring& path) {
   return path.substr(0, path.find(L"\\*"));
 }
 
-void AppendReferences(std::wstring& text, const CReportResultDetail& detail) {
-  detail.AppendComponentText(text);
-  text += L'$';
-}
-
 }  // namespace
 
 bool CSystemBookRows::SXhlSysjssData::operator<(const SXhlSysjssData& other) const {
@@ -35,17 +29,15 @@ bool CSystemBookRows::SXhlSysjssData::operator<(const SXhlSysjssData& other) con
     return CategorySortId < other.CategorySortId;
   }
   if (Attribute != other.Attribute) {
-    if (Attribute->places.ascending >= 0) {
+    if (AttPlaces.ascending >= 0) {
       const auto place = LineSortDown ? &SAttPlaces::descending : &SAttPlaces::ascending;
-      if (Attribute->places.*place != other.Attribute->places.*place) {
-        return Attribute->places.*place < other.Attribute->places.*place;
+      if (AttPlaces.*place != other.AttPlaces.*place) {
+        return AttPlaces.*place < other.AttPlaces.*place;
       }
     } else if (Attribute->name != other.Attribute->name) {
-      return CompareNatural(Attribute->sortKey->narrowName, other.Attribute->sortKey->narrowName,
-                            !LineSortDown) < 0;
+      return CompareNatural(Attribute->narrowName, other.Attribute->narrowName, !LineSortDown) < 0;
     }
-    if (Attribute->sortKey != other.Attribute->sortKey &&
-        Attribute->value != other.Attribute->value) {
+    if (Attribute->value != other.Attribute->value) {
       return Attribute->value < other.Attribute->value;
     }
   }
@@ -98,6 +90,15 @@ CShownSystems::SSysCode CShownSystems::Make(const std::wstring& path) {
   return shown;
 }
 
+std::wstring CShownSystems::SSysCode::ChildPath(int loopNumber) const {
+  std::wstring path = childPath;
+  if (numbersChildren) {
+    path += L'\\';
+    AppendInt(path, loopNumber);
+  }
+  return path;
+}
+
 void CSystemBookRows::AddCategory(const CReportSysCode& holder, const CReportCategory& category) {
   const CShownSystems::SSysCode& shown = shown_.Of(holder);
   const std::wstring main = MainCalItemOf(spec_, category);
@@ -108,9 +109,11 @@ void CSystemBookRows::AddCategory(const CReportSysCode& holder, const CReportCat
   head.SysCode = shown.text;
   head.Category = &shown_.PathOf(category);
   ForEachChild<CReportAttribute>(category.children, [&](const CReportAttribute& attribute) {
-    head.Attribute = &attribute;
+    head.Attribute = attribute.sortKey.get();
+    head.AttPlaces = attribute.places;
     ForEachChild<CReportCalItem>(attribute.children, [&](const CReportCalItem& item) {
       head.Item = &item;
+      head.CalItem = {item.name, item.unit};
       head.IsMainItem = item.name == main;
       AddItem(shown, head);
     });
@@ -170,11 +173,7 @@ void CSystemBookRows::AddDetail(const SXhlSysjssData& head, RowFind& find,
 void CSystemBookRows::AddChild(const CShownSystems::SSysCode& shown, const SXhlSysjssData& head,
                                const CReportResultDetail& detail, int loopNumber) {
   SChildSysQ child;
-  child.ChildSysCode = shown.childPath;
-  if (shown.numbersChildren) {
-    child.ChildSysCode += L'\\';
-    AppendInt(child.ChildSysCode, loopNumber);
-  }
+  child.ChildSysCode = shown.ChildPath(loopNumber);
   child.SysCodeSortId = shown.parentSortId;
   child.CategorySortId = head.CategorySortId;
   child.Attribute = head.Attribute;
@@ -206,29 +205,18 @@ CCellBlock CSystemBookRows::TakeRows() const {
   const Formulas formulas = ChildrenByFormula();
   for (const SXhlSysjssData& row : rows_) {
     if (level_ == ELevel::LevelNode) {
-      AddNodeRow(out, row);
+      row.AddNodeRow(out, row.Quantity, row.FloorCount, CCellSource::Copied(row.Expression));
     } else if (row.LoopNumber == 0) {
-      AddSysCodeRow(out, row, formulas);
+      AddSumRow(out, row, formulas);
     } else {
-      AddLoopRow(out, row);
+      AddCircuitRow(out, row);
     }
   }
   return out;
 }
 
-void CSystemBookRows::AddNodeRow(CCellBlock& out, const SXhlSysjssData& row) {
-  std::wstring formula = NumberText(row.Quantity[0]);
-  if (row.FloorCount != 1) {
-    formula = Multiplied(formula, row.FloorCount, L"层");
-  }
-  out.AddCells(L"@Cg", *row.Category, L"@A", row.Attribute->name, row.Attribute->value, L"@CI",
-               row.Item->name, row.Item->unit, std::move(formula),
-               CCellSource::Copied(row.Expression), row.SumOf(0), row.SumOf(1), row.SumOf(2),
-               row.SumOf(3));
-}
-
-void CSystemBookRows::AddSysCodeRow(CCellBlock& out, const SXhlSysjssData& row,
-                                    const Formulas& formulas) {
+void CSystemBookRows::AddSumRow(CCellBlock& out, const SXhlSysjssData& row,
+                                const Formulas& formulas) {
   std::wstring formula;
   std::wstring expression;
   if (row.IsMainItem) {
@@ -242,20 +230,17 @@ void CSystemBookRows::AddSysCodeRow(CCellBlock& out, const SXhlSysjssData& row,
       }
     }
   }
-  out.AddCells(L"@S", *row.SysCode, L"@Cg", *row.Category, L"@A", row.Attribute->name,
-               row.Attribute->value, L"@CI", row.Item->name, row.Item->unit, std::move(formula),
-               std::move(expression), row.SumOf(0), row.SumOf(1), row.SumOf(2), row.SumOf(3));
+  row.AddSysCodeRow(out, row.Quantity, row.FloorCount, std::move(formula), std::move(expression));
 }
 
-void CSystemBookRows::AddLoopRow(CCellBlock& out, const SXhlSysjssData& row) {
-  std::wstring formula = row.Loop->GetRepeatFormula();
-  if (row.FloorCount > 1) {
-    formula = MultipliedInBrackets(formula, row.FloorCount, L"层");
-  }
+void CSystemBookRows::AddCircuitRow(CCellBlock& out, const SXhlSysjssData& row) {
+  std::wstring formula;
+  AppendCircuitFormula(formula, *row.Loop, row.FloorCount);
   std::wstring expression;
   AppendReferences(expression, *row.Loop);
-  out.AddCells(L"@S", *row.SysCode, L"@Cg", *row.Category, L"@A", row.Attribute->name,
-               row.Attribute->value, L"@L", row.Item->name, row.Item->unit,
-               L"回路" + IntText(row.LoopNumber), std::move(formula), std::move(expression),
-               row.SumOf(0), row.SumOf(1), row.SumOf(2), row.SumOf(3));
+  std::array<double, 4> sums = row.Quantity;
+  for (double& sum : sums) {
+    sum *= row.FloorCount;
+  }
+  row.AddLoopRow(out, LoopName(row.LoopNumber), std::move(formula), std::move(expression), sums);
 }

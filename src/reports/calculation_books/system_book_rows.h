@@ -14,6 +14,7 @@
 
 #include "report_model/cell_block.h"
 #include "report_model/report_data_node.h"
+#include "reports/calculation_books/system_row.h"
 #include "reports/shared/picked_floor.h"
 #include "reports/shared/repeated_find.h"
 #include "reports/shared/section_choice.h"
@@ -29,6 +30,9 @@ class CShownSystems {
     std::wstring childPath;  ///< of the formula's child, without a circuit number
     bool numbersChildren = false;
     int parentSortId = 0;
+
+    /// The path of the child that a result with this circuit number belongs to.
+    std::wstring ChildPath(int loopNumber) const;
   };
 
   CShownSystems(const std::wstring& spec, int level) : spec_(spec), level_(level) {}
@@ -67,23 +71,20 @@ class CSystemBookRows {
 
  private:
   /// A row candidate. The texts it is keyed by are those of its nodes.
-  struct SXhlSysjssData {
+  struct SXhlSysjssData : SSystemRow {
     bool IsMainItem = false;
     bool LineSortDown = true;
     int SysCodeSortId = 0;
     int CategorySortId = 0;
-    int LoopNumber = 0;                           ///< of a circuit's row, from 1; else 0
-    const std::wstring* SysCode = nullptr;        ///< with its remark; one object for each text
-    const std::wstring* Category = nullptr;       ///< path
-    const CReportAttribute* Attribute = nullptr;  ///< name and text
-    const CReportCalItem* Item = nullptr;         ///< name and unit
-    const CReportResultDetail* Loop = nullptr;    ///< a circuit's own detail
+    int LoopNumber = 0;  ///< of a circuit's row, from 1; else 0
+    const CReportCalItem* Item = nullptr;
+    const CReportResultDetail* Loop = nullptr;  ///< a circuit's own detail
+    SAttPlaces AttPlaces;
     // No part of the key.
     mutable std::wstring Expression;           ///< references, where a row prints them
     mutable std::array<double, 4> Quantity{};  ///< of one floor
     int FloorCount = 1;
 
-    double SumOf(std::size_t quantity) const { return FloorCount * Quantity[quantity]; }
     bool operator<(const SXhlSysjssData& other) const;
   };
   /// A child of a shown system code, a term of its formula.
@@ -91,7 +92,7 @@ class CSystemBookRows {
     std::wstring ChildSysCode;
     int SysCodeSortId = 0;  ///< of the parent
     int CategorySortId = 0;
-    const CReportAttribute* Attribute = nullptr;
+    const SAttSortKey* Attribute = nullptr;
     // No part of the key.
     mutable double Quantity = 0;  ///< of all components and floors
     mutable std::wstring Expression;
@@ -114,9 +115,8 @@ class CSystemBookRows {
   void AddChild(const CShownSystems::SSysCode& shown, const SXhlSysjssData& head,
                 const CReportResultDetail& detail, int loopNumber);
   Formulas ChildrenByFormula() const;
-  static void AddNodeRow(CCellBlock& out, const SXhlSysjssData& row);
-  static void AddSysCodeRow(CCellBlock& out, const SXhlSysjssData& row, const Formulas& formulas);
-  static void AddLoopRow(CCellBlock& out, const SXhlSysjssData& row);
+  static void AddSumRow(CCellBlock& out, const SXhlSysjssData& row, const Formulas& formulas);
+  static void AddCircuitRow(CCellBlock& out, const SXhlSysjssData& row);
 
   CShownSystems& shown_;
   const std::wstring& spec_;

@@ -1,117 +1,143 @@
 #include "reports/calculation_books/xhl_jss2f_report.h"
 
-#include <array>
-#include <cstddef>
-#include <map>
+#include <cstdint>
 #include <memory>
 #include <utility>
 #include <vector>
 
-#include "report_model/formula_text.h"
 #include "report_model/report_data_method.h"
-#include "reports/calculation_books/formula_sum.h"
+#include "reports/calculation_books/floor_figures.h"
+#include "reports/calculation_books/floor_figures_maker.h"
+#include "reports/calculation_books/floor_part_rows.h"
+#include "reports/calculation_books/sys_code_order.h"
 #include "reports/shared/sys_code_walk.h"
+#include "reports/shared/text_places.h"
 
 namespace {
 
-// The sum of one system code of the first level, for one floor.
-struct SSysjssData {
-  std::array<double, 4> Quantity{};
-  int FloorCount = 1;  // floors that the first detail's floor text stands for
-  std::vector<const CReportResultDetail*> Details;
+// Feeds a fold's results to the figures as they come. In place of the nodes below a calculation
+// item there is one, which holds the results of the system code that the fold has come to.
+class CFoldedRuns {
+ public:
+  explicit CFoldedRuns(std::shared_ptr<const CSysCodeOrder> sysCodes)
+      : sysCodes_(std::move(sysCodes)), maker_(sysCodes_) {}
+
+  /// From here on the look-ups make nodes of the tree.
+  void Start() { isFolding_ = true; }
+
+  template <class TRecords>
+  CReportFloor* Floor(Report::NodeMap& children, const TRecords& of) {
+    CReportFloor* floor = CReportDataMethod::GetFloor(children, of.floor);
+    if (isFolding_ && floor != floor_) {
+      EndFloor();
+      if (of.spec.name != spec_) {
+        maker_.EndSpec();
+        spec_ = of.spec.name;
+      }
+      floor_ = floor;
+    }
+    return floor;
+  }
+
+  template <class TRecords>
+  CReportSysCode* SysCode(const Report::NodeMap& item, const TRecords& of) {
+    const std::uint32_t number = sysCodes_->OfRecord(of.row.sysCode);
+    run_.name = sysCodes_->Key(number);
+    if (!isFolding_) {
+      return &run_;
+    }
+    EndRun();
+    isInOrder_ = isInOrder_ && (&item != item_ || number > number_);
+    item_ = &item;
+    number_ = number;
+    maker_.StartRun(item, number);
+    return number == CSysCodeOrder::kNone ? nullptr : &run_;
+  }
+
+  /// Ends the fold; whether all came in the order of the walk.
+  bool End() {
+    EndFloor();
+    maker_.EndSpec();
+    return isInOrder_;
+  }
+
+ private:
+  void EndRun() {
+    ForEachChild<CReportResultDetail>(
+        run_.children, [this](const CReportResultDetail& detail) { maker_.AddResult(detail); });
+    run_.children.clear();
+  }
+  void EndFloor() {
+    EndRun();
+    if (floor_ != nullptr) {
+      isInOrder_ = maker_.EndFloor(spec_, *floor_) && isInOrder_;
+    }
+  }
+
+  std::shared_ptr<const CSysCodeOrder> sysCodes_;
+  CFloorFiguresMaker maker_;
+  CReportSysCode run_;
+  bool isFolding_ = false;
+  bool isInOrder_ = true;
+  // The places that the fold has come to.
+  std::wstring spec_;
+  CReportFloor* floor_ = nullptr;
+  const Report::NodeMap* item_ = nullptr;
+  std::uint32_t number_ = 0;
 };
 
-using SysCodeSums = std::map<std::wstring, SSysjssData>;
-
-void AddDetail(SSysjssData& sum, const CReportResultDetail& detail, const CPickedFloor& picked) {
-  if (sum.Details.empty()) {
-    sum.Quantity = ComponentQuantities(detail);
-    sum.FloorCount = picked.CountFor(detail);
-  } else {
-    AddQuantities(sum.Quantity, ComponentQuantities(detail), 1);
-  }
-  sum.Details.push_back(&detail);
-  detail.PrefetchComponents();
-}
-
-// The references of all details, each ended by one more "$".
-std::wstring ReferencesOf(const SysCodeSums& sums) {
-  std::size_t size = 0;
-  for (const auto& [key, sum] : sums) {
-    for (const CReportResultDetail* detail : sum.Details) {
-      size += detail->ComponentTextSize() + 1;
-    }
-  }
-  std::wstring references;
-  references.reserve(size);
-  for (const auto& [key, sum] : sums) {
-    for (const CReportResultDetail* detail : sum.Details) {
-      detail->AppendComponentText(references);
-      references += L'$';
-    }
-  }
-  return references;
-}
-
-std::unique_ptr<const SItemFigures> FiguresOf(const SysCodeSums& sums, bool isMain) {
-  if (sums.empty()) {
-    return nullptr;
-  }
-  // The first entry's count serves for all of them.
-  const int floorCount = sums.begin()->second.FloorCount;
-  auto figures = std::make_unique<SItemFigures>();
-  for (const auto& [key, sum] : sums) {
-    AddQuantities(figures->sums, sum.Quantity, floorCount);
-    if (isMain) {
-      AddTerm(figures->formula, sum.Quantity[0]);
-    }
-  }
-  if (isMain && floorCount != 1) {
-    figures->formula = MultipliedInBrackets(figures->formula, floorCount, L"层", L"+");
-  }
-  figures->references = ReferencesOf(sums);
-  return figures;
+void TakeItem(CFloorFiguresMaker& maker, const CSysCodeOrder& sysCodes, CReportCalItem& item) {
+  CSysCodeWalk walk({});
+  maker.StartRun(item.children, CSysCodeOrder::kNone);
+  walk.ForEachChosen(item, [&](const CReportSysCode& sysCode) {
+    const CReportSysCode* last = nullptr;
+    walk.ForEachBelow(sysCode, [&](const CReportSysCode& holder, const IReportDataNode& child) {
+      if (const auto* detail = NodeAs<CReportResultDetail>(&child)) {
+        if (&holder != last) {
+          maker.StartRun(item.children, sysCodes.Of(holder.fullName));
+          last = &holder;
+        }
+        maker.AddResult(*detail);
+      }
+      return true;
+    });
+  });
+  item.ClearChildren();
 }
 
 }  // namespace
 
-// Adds up calculation items of one floor.
-class CXhlJss2FReport::CItemSums {
- public:
-  /// Without sections it takes those of every section.
-  CItemSums(const CSectionChoice* sections, CSysCodeWalk& sysCodes)
-      : sections_(sections), sysCodes_(sysCodes) {}
-
-  std::unique_ptr<const SItemFigures> Figures(const CReportCalItem& item, bool isMain,
-                                              const CPickedFloor& picked) {
-    SysCodeSums sums;
-    sysCodes_.ForEachChosen(item, [&](const CReportSysCode& sysCode) {
-      SSysjssData* sum = nullptr;
-      sysCodes_.ForEachBelow(sysCode, [&](const auto&, const IReportDataNode& child) {
-        const auto* detail = NodeAs<CReportResultDetail>(&child);
-        if (detail != nullptr && Takes(*detail, picked)) {
-          if (sum == nullptr) {
-            // All codes below it share its first level.
-            sum = &sums[CReportDataMethod::GetSysCodeLevelName(sysCode.fullName, s_iSysCodeLevel)];
-          }
-          AddDetail(*sum, *detail, picked);
-        }
-        return true;
-      });
-    });
-    return FiguresOf(sums, isMain);
-  }
-
- private:
-  bool Takes(const CReportResultDetail& detail, const CPickedFloor& picked) const {
-    return (sections_ == nullptr || sections_->Takes(detail.sgdName)) && picked.Takes(detail);
-  }
-
-  const CSectionChoice* sections_;
-  CSysCodeWalk& sysCodes_;
-};
-
 void CXhlJss2FReport::CreatData() {
+  if (!FoldByCode()) {
+    Clear();
+    FoldByTree();
+  }
+}
+
+bool CXhlJss2FReport::FoldByCode() {
+  using KorDMRec::SKorDMDetailResultData;
+  using TRow = decltype(SKorDMDetailResultData::rows)::value_type;
+  const auto sysCodes = std::make_shared<const CSysCodeOrder>(
+      CTallyDataMng::Instance()->GetXhlDetailData().sysCodes, s_iSysCodeLevel);
+  if (sysCodes->GoesOn()) {
+    return false;
+  }
+  CFoldedRuns runs(sysCodes);
+  FoldDetails(
+      [&](auto& fold, bool isDivided) {
+        fold.Spec();
+        fold.Level({&TRow::floor}, [&](auto& to, auto& of) { return runs.Floor(to, of); });
+        if (isDivided) {
+          fold.Type();
+        }
+        fold.Category().Attribute().CalItem();
+        fold.Level({&TRow::sysCode}, [&](auto& to, auto& of) { return runs.SysCode(to, of); });
+      },
+      [&] { runs.Start(); });
+  return runs.End();
+}
+
+void CXhlJss2FReport::FoldByTree() {
   FoldDetails([](auto& fold, bool isDivided) {
     fold.Spec().Floor();
     if (isDivided) {
@@ -119,11 +145,23 @@ void CXhlJss2FReport::CreatData() {
     }
     fold.Category().Attribute().CalItem().SysCode();
   });
-  CSysCodeWalk sysCodes({});
-  CItemSums sums(nullptr, sysCodes);
-  KeepFigures([&](const CReportCalItem& item, bool isMain) {
-    return sums.Figures(item, isMain, CPickedFloor());
-  });
+  const auto sysCodes = std::make_shared<const CSysCodeOrder>(
+      CTallyDataMng::Instance()->GetXhlDetailData().sysCodes, s_iSysCodeLevel);
+  CFloorFiguresMaker maker(sysCodes);
+  for (const auto& discipline : root.InOrder()) {
+    const auto* node = NodeAs<CReportSpec>(discipline);
+    std::vector<CReportFloor*> floors;
+    CollectNodes(discipline->children, floors);
+    for (CReportFloor* floor : floors) {
+      std::vector<CReportCalItem*> items;
+      CollectNodes(floor->children, items);
+      for (CReportCalItem* item : items) {
+        TakeItem(maker, *sysCodes, *item);
+      }
+      maker.EndFloor(node->name, *floor);
+    }
+    maker.EndSpec();
+  }
 }
 
 void CXhlJss2FReport::GetSysJssData(Report::CellArray& rows, const std::wstring& requestSpec,
@@ -133,18 +171,23 @@ void CXhlJss2FReport::GetSysJssData(Report::CellArray& rows, const std::wstring&
   if (node == nullptr) {
     return;
   }
-  CSysCodeWalk sysCodes(condition.sysCodes);
+  CFloorPartRows part(condition.sysCodes);
   RunSectionPasses(rows, sectionMode, [&](const CSectionChoice& sections) {
-    CItemSums sums(&sections, sysCodes);
     return FloorBlocks(*node, [&](const CReportFloor& floor, const CPickedFloor& picked) {
-      const bool takesWhole = sysCodes.TakesAll() && sections.TakesAll() && !picked.IsOther();
+      const SFloorFigures& figures = *floor.figures;
+      const bool takesWhole = part.TakesAll() && sections.TakesAll() && !picked.IsOther();
+      AddItemRow addRow = [&](CCellBlock& out, const SFigureRow& row) { part.AddRow(out, row); };
+      if (takesWhole) {
+        addRow = [&](CCellBlock& out, const SFigureRow& row) {
+          figures.AddRow(out, row, row.whole);
+        };
+      } else {
+        part.Start(figures, sections, picked);
+      }
       CCellBlock block;
       CCellBlock others;
       AddTypes(block, others, floor, [&](const IReportDataNode& parent, bool /*isLineWork*/) {
-        return KindBlocks(parent.children, takesWhole ? ETake::Whole : ETake::Part,
-                          [&](const CReportCalItem& item, bool isMain) {
-                            return sums.Figures(item, isMain, picked);
-                          });
+        return KindBlocks(parent.children, figures.items, addRow);
       });
       block.Append(std::move(others));
       return block;

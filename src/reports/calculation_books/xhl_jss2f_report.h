@@ -29,7 +29,11 @@ class TALLY_API CXhlJss2FReport final : public CCalculationBook {
   /// The system code level at which a calculation item's quantities are added up.
   static constexpr int s_iSysCodeLevel = 1;
 
-  class CItemSums;
+  /// Makes no nodes below calculation items. False, with nothing folded, where the order of the
+  /// tree is not that of its codes.
+  bool FoldByCode();
+  /// Makes all nodes first.
+  void FoldByTree();
 };
 
 #endif  // TALLY_REPORTS_CALCULATION_BOOKS_XHL_JSS2F_REPORT_H_

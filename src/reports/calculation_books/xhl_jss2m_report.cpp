@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/text_numbers.h"
+#include "reports/calculation_books/book_figures_maker.h"
 #include "reports/calculation_books/formula_sum.h"
 #include "reports/shared/node_choice.h"
 #include "reports/shared/sys_code_walk.h"
@@ -32,23 +33,22 @@ class CFloorSums {
     AddQuantities(last_->second.quantities, quantities, 1);
   }
 
-  std::unique_ptr<const SItemFigures> Figures(bool isMain) const {
-    if (sums_.empty()) {
-      return nullptr;
-    }
-    auto figures = std::make_unique<SItemFigures>();
+  /// False where nothing was added.
+  bool Read(SItemFigures& figures, bool isMain) const {
+    figures.formula.clear();
+    figures.sums = {};
     for (const auto& [text, sum] : sums_) {
       if (isMain) {
-        AddTerm(figures->formula, sum.quantities[0]);
+        AddTerm(figures.formula, sum.quantities[0]);
         if (sum.floorCount != 1) {
-          figures->formula += L'*';
-          AppendInt(figures->formula, sum.floorCount);
-          figures->formula += L"层";
+          figures.formula += L'*';
+          AppendInt(figures.formula, sum.floorCount);
+          figures.formula += L"层";
         }
       }
-      AddQuantities(figures->sums, sum.quantities, sum.floorCount);
+      AddQuantities(figures.sums, sum.quantities, sum.floorCount);
     }
-    return figures;
+    return !sums_.empty();
   }
 
  private:
@@ -76,9 +76,10 @@ class CXhlJss2MReport::CItemSums {
     return floors_.empty() && sysCodes_.TakesAll() && sections_->TakesAll();
   }
 
-  std::unique_ptr<const SItemFigures> Figures(const CReportCalItem& item, bool isMain) {
+  /// False where nothing counts.
+  bool Read(const SFigureRow& row, SItemFigures& figures) {
     CFloorSums sums;
-    sysCodes_.ForEachChosen(item, [&](const CReportSysCode& sysCode) {
+    sysCodes_.ForEachChosen(*row.node, [&](const CReportSysCode& sysCode) {
       sysCodes_.ForEachBelow(
           sysCode, [&](const CReportSysCode& holder, const IReportDataNode& child) {
             const auto* floor = NodeAs<CReportFloor>(&child);
@@ -97,7 +98,7 @@ class CXhlJss2MReport::CItemSums {
             return false;
           });
     });
-    return sums.Figures(isMain);
+    return sums.Read(figures, row.isMain);
   }
 
  private:
@@ -124,7 +125,23 @@ void CXhlJss2MReport::CreatData() {
   });
   const Report::SNewCondition everything;
   CItemSums sums(everything, nullptr);
-  KeepFigures([&](const CReportCalItem& item, bool isMain) { return sums.Figures(item, isMain); });
+  CBookFiguresMaker maker;
+  SItemFigures item;
+  const auto readItem = [&](SFigureRow& row, SBookFigures& made) {
+    const bool counts = sums.Read(row, item);
+    if (counts) {
+      row.whole = made.Print(item);
+    }
+    return counts;
+  };
+  for (const auto& child : root.InOrder()) {
+    if (auto* discipline = NodeAs<CReportSpec>(child.get())) {
+      auto figures = std::make_shared<SBookFigures>(
+          maker.Make(discipline->children, discipline->name, readItem));
+      CBookFiguresMaker::PlaceAttributes({figures.get()});
+      discipline->figures = std::move(figures);
+    }
+  }
 }
 
 void CXhlJss2MReport::GetSysJssData(Report::CellArray& rows, const std::wstring& requestSpec,
@@ -136,13 +153,23 @@ void CXhlJss2MReport::GetSysJssData(Report::CellArray& rows, const std::wstring&
   }
   RunSectionPasses(rows, sectionMode, [&](const CSectionChoice& sections) {
     CItemSums sums(condition, &sections);
-    const ETake take = sums.TakesWhole() ? ETake::Whole : ETake::Part;
+    const SBookFigures& figures = *node->figures;
+    SItemFigures item;
+    AddItemRow addRow = [&](CCellBlock& out, const SFigureRow& row) {
+      if (sums.Read(row, item)) {
+        out.AddCells(L"@CI", *row.name, *row.unit, CCellSource::Copied(item.formula), L"",
+                     item.sums[0], item.sums[1], item.sums[2], item.sums[3]);
+      }
+    };
+    if (sums.TakesWhole()) {
+      addRow = [&](CCellBlock& out, const SFigureRow& row) {
+        figures.AddRow(out, row, row.whole, {});
+      };
+    }
     CCellBlock lineWork;
     CCellBlock block;
     AddTypes(lineWork, block, *node, [&](const IReportDataNode& parent, bool /*isLineWork*/) {
-      return KindBlocks(parent.children, take, [&](const CReportCalItem& item, bool isMain) {
-        return sums.Figures(item, isMain);
-      });
+      return KindBlocks(parent.children, figures, addRow);
     });
     // Straight to the rows, ahead of the section's heading.
     lineWork.MoveTo(rows);

@@ -2,9 +2,10 @@
 
 #include <utility>
 
+#include "reports/calculation_books/ordered_system_rows.h"
+#include "reports/calculation_books/system_book_items.h"
 #include "reports/calculation_books/system_book_rows.h"
 #include "reports/shared/node_choice.h"
-#include "reports/shared/text_places.h"
 
 void CXhlJss2SReport::CreatData() {
   FoldDetails([](auto& fold, bool isDivided) {
@@ -14,7 +15,11 @@ void CXhlJss2SReport::CreatData() {
     }
     fold.SysCode().Category().Attribute().CalItem();
   });
-  PlaceAttributeNames(root);
+  for (const auto& child : root.InOrder()) {
+    if (auto* node = NodeAs<CReportSpec>(child.get())) {
+      node->bookItems = CSystemBookItems::Of(*node);
+    }
+  }
 }
 
 int CXhlJss2SReport::GetSysCodeLevel(int level) {
@@ -41,13 +46,19 @@ void CXhlJss2SReport::GetSysJssData(Report::CellArray& rows, const std::wstring&
   CShownSystems systems(spec, level);
   CShownSystems whole(spec, LevelNode);
   CSysCodeWalk sysCodes(condition.sysCodes);
+  COrderedSystemRows ordered(node->bookItems.get(), sysCodes, condition);
   RunSectionPasses(rows, sectionMode, [&](const CSectionChoice& sections) {
     return FloorBlocks(*node, [&](const CReportFloor& floor, const CPickedFloor& picked) {
       CCellBlock block;
       CCellBlock others;
       AddTypes(block, others, floor, [&](const IReportDataNode& parent, bool isLineWork) {
         // Only line work is broken down by system code.
-        CSystemBookRows sums(isLineWork ? systems : whole, picked, sections);
+        CShownSystems& shown = isLineWork ? systems : whole;
+        CCellBlock below;
+        if (sections.TakesAll() && !picked.IsOther() && ordered.Add(below, shown, parent)) {
+          return below;
+        }
+        CSystemBookRows sums(shown, picked, sections);
         ForEachCategoryBelow(sysCodes, parent, condition,
                              [&](const CReportSysCode& holder, const CReportCategory& category) {
                                sums.AddCategory(holder, category);

@@ -1,11 +1,19 @@
 #include "reports/consumption/pj_hz_report.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <map>
+#include <memory>
+#include <numeric>
 #include <set>
+#include <span>
 #include <string_view>
 #include <tuple>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "report_mng/result_config.h"
@@ -20,7 +28,8 @@
 
 namespace {
 
-// One row element. The texts belong to the tree and to the request.
+// One row element: what decides its place, and its heads. The texts belong to the tree, the result
+// set and the request.
 struct SPjHzData {
   bool LineSortDown = false;
   int FloorSortId = 0;
@@ -31,11 +40,7 @@ struct SPjHzData {
   std::wstring_view FloorName;
   std::wstring_view SysCode;
   const CReportCategory* Category = nullptr;
-  const CReportAttribute* Attribute = nullptr;
-  const CReportPjCalItem* Item = nullptr;
-  // No part of the key.
-  mutable double Quantity = 0;
-  mutable std::vector<const CReportResult*> References;
+  const SFitting* Fitting = nullptr;
 
   bool operator<(const SPjHzData& other) const {
     if (FloorSortId != other.FloorSortId) {
@@ -54,30 +59,33 @@ struct SPjHzData {
     if (Category != other.Category && Category->category != other.Category->category) {
       return CategorySortId < other.CategorySortId;
     }
-    if (Attribute->places.ascending >= 0) {
-      const auto place = LineSortDown ? &SAttPlaces::descending : &SAttPlaces::ascending;
-      if (Attribute->places.*place != other.Attribute->places.*place) {
-        return Attribute->places.*place < other.Attribute->places.*place;
+    if (Fitting->linePlaces.ascending >= 0) {
+      if (LinePlace() != other.LinePlace()) {
+        return LinePlace() < other.LinePlace();
       }
-    } else if (Attribute->name != other.Attribute->name) {
-      return CompareNatural(Attribute->sortKey->narrowName, other.Attribute->sortKey->narrowName,
-                            !LineSortDown) < 0;
+    } else if (Fitting->line != other.Fitting->line) {
+      return CompareNatural(Fitting->attribute->sortKey->narrowName,
+                            other.Fitting->attribute->sortKey->narrowName, !LineSortDown) < 0;
     }
     return IsItemBefore(other);
   }
 
+  int LinePlace() const {
+    return LineSortDown ? Fitting->linePlaces.descending : Fitting->linePlaces.ascending;
+  }
+
  private:
   bool IsItemBefore(const SPjHzData& other) const {
-    if (Item->HasPlaces()) {
-      return Item->places < other.Item->places;
+    if (Fitting->place >= 0) {
+      return Fitting->place < other.Fitting->place;
     }
-    if (Item->text1 != other.Item->text1) {
-      return CompareAsNarrow(Item->text1, other.Item->text1) < 0;
+    if (Fitting->text1 != other.Fitting->text1) {
+      return CompareAsNarrow(Fitting->text1, other.Fitting->text1) < 0;
     }
-    if (Item->name != other.Item->name) {
-      return CompareAsNarrow(Item->name, other.Item->name) < 0;
+    if (Fitting->name != other.Fitting->name) {
+      return CompareAsNarrow(Fitting->name, other.Fitting->name) < 0;
     }
-    return CompareAsNarrow(Item->unit, other.Item->unit) < 0;
+    return CompareAsNarrow(Fitting->unit, other.Fitting->unit) < 0;
   }
 };
 
@@ -92,11 +100,21 @@ class CShownCodes {
   CShownCodes(const std::wstring& spec, int level) : spec_(spec), level_(level) {}
 
   const SCode& Of(const CReportSysCode& sysCode) {
-    const auto [at, isNew] = codes_.try_emplace(sysCode.fullName);
+    if (last_ == nullptr || lastName_.data() != sysCode.fullName.data() ||
+        lastName_.size() != sysCode.fullName.size()) {
+      lastName_ = sysCode.fullName;
+      last_ = &Find(lastName_);
+    }
+    return *last_;
+  }
+
+ private:
+  const SCode& Find(std::wstring_view fullName) {
+    const auto [at, isNew] = codes_.try_emplace(fullName);
     SCode& code = at->second;
     if (isNew && level_ > CPjHzReport::LevelFloor) {
-      code.text = CReportDataMethod::GetSysCodeLevelName(sysCode.fullName,
-                                                         CPjHzReport::GetSysCodeLevel(level_));
+      code.text =
+          CReportDataMethod::GetSysCodeLevelName(fullName, CPjHzReport::GetSysCodeLevel(level_));
       const std::wstring path = code.text.substr(0, code.text.find(L"\\*"));
       code.sortId = CTallyDataMng::Instance()->GetSysCodeSortId(spec_, path);
       code.text += CReportDataMethod::GetSysCodeRemark(spec_, path);
@@ -104,140 +122,427 @@ class CShownCodes {
     return code;
   }
 
- private:
   const std::wstring& spec_;
   const int level_;
   std::unordered_map<std::wstring_view, SCode> codes_;  // by full name
+  std::wstring_view lastName_;
+  const SCode* last_ = nullptr;
 };
 
-// The elements of one pass.
-class CFittings {
+// What counts for an element at once: a result, or all those of a fitting.
+struct SCount {
+  double quantity = 0;
+  std::wstring_view references;
+};
+
+// A floor that the filter selects, and what its elements begin with.
+struct SChosenFloor {
+  const CReportFloor* node;
+  CPickedFloor picked;
+  SPjHzData element;
+};
+
+// What a pass goes through.
+class CFittingWalk {
  public:
-  CFittings(const Report::SNewCondition& condition, int level, const CSectionChoice& sections,
-            CShownCodes& codes)
-      : condition_(condition),
-        level_(level),
+  CFittingWalk(const CReportSpec& spec, const Report::SNewCondition& condition, int level,
+               const CSectionChoice& sections, CShownCodes& codes)
+      : spec_(spec),
+        condition_(condition),
+        showsFloors_(level != CPjHzReport::LevelItem),
         sections_(sections),
         sysCodes_(condition.sysCodes),
         codes_(codes) {}
 
-  void AddFloor(const CReportFloor& floor, const CPickedFloor& picked) {
-    SPjHzData element;
-    element.LineSortDown = CResultConfig::Instance()->GetLineSortDowm();
-    if (level_ != CPjHzReport::LevelItem) {
-      element.FloorSortId = CFloorResultData::CalFloorGrade(floor.name);
-      element.FloorName = floor.name;
-    }
-    ForEachCategoryBelow(
-        sysCodes_, floor, condition_,
-        [&](const CReportSysCode& holder, const CReportCategory& category) {
-          const CShownCodes::SCode& code = codes_.Of(holder);
-          element.SysCode = code.text;
-          element.SysCodeSortId = code.sortId;
-          element.CategorySortId = category.sortId;
-          element.Category = &category;
-          ForEachChild<CReportAttribute>(category.children, [&](const CReportAttribute& attribute) {
-            element.Attribute = &attribute;
-            ForEachChild<CReportPjCalItem>(attribute.children, [&](const CReportPjCalItem& item) {
-              element.Item = &item;
-              AddItem(element, picked);
-            });
-          });
+  bool ShowsFloors() const { return showsFloors_; }
+  /// Whether all results of a fitting count.
+  bool TakesAll(const SChosenFloor& floor) const {
+    return sections_.TakesAll() && !floor.picked.IsOther();
+  }
+
+  /// In the order of the walk. The elements have the floor text that the most results show.
+  std::vector<SChosenFloor> Floors() const {
+    std::vector<SChosenFloor> floors;
+    ForEachChosenFloor<EPairKey::Floor>(
+        spec_.children, condition_.floors,
+        [&](const CReportFloor& node, const CPickedFloor& picked, const std::wstring&,
+            const std::wstring&) {
+          SPjHzData& element = floors.emplace_back(SChosenFloor{&node, picked, {}}).element;
+          element.LineSortDown = CResultConfig::Instance()->GetLineSortDowm();
+          if (showsFloors_) {
+            element.FloorSortId = node.grade.grade;
+            element.FloorName = node.name;
+            SetFloor(element, picked.IsOther() ? picked.SecondText() : node.floorText);
+          }
         });
+    return floors;
   }
 
-  CCellBlock Rows() const {
-    CCellBlock rows;
-    std::vector<CCellSource> cells;
-    std::wstring references;
-    for (const SPjHzData& element : elements_) {
-      cells.clear();
-      if (!element.Floor.empty()) {
-        cells.insert(cells.end(), {L"@F", element.FloorName, element.Floor});
-      }
-      if (!element.SysCode.empty()) {
-        cells.insert(cells.end(), {L"@S", element.SysCode});
-      }
-      references.clear();
-      for (const CReportResult* result : element.References) {
-        result->AppendComponentText(references);
-        references += L'$';
-      }
-      cells.insert(cells.end(),
-                   {L"@Cg", element.Category->category, L"@A", element.Attribute->name, L"@CI",
-                    element.Item->text1, element.Item->name, element.Item->unit, element.Quantity,
-                    CCellSource::Copied(references)});
-      rows.AddRow(cells);
-    }
-    return rows;
+  /// Calls `visit(const SPjHzData&)` for each fitting.
+  template <class TVisit>
+  void ForEachFitting(const SChosenFloor& floor, TVisit&& visit) {
+    SPjHzData element = floor.element;
+    ForEachCategoryBelow(sysCodes_, *floor.node, condition_,
+                         [&](const CReportSysCode& holder, const CReportCategory& category) {
+                           const CShownCodes::SCode& code = codes_.Of(holder);
+                           element.SysCode = code.text;
+                           element.SysCodeSortId = code.sortId;
+                           element.CategorySortId = category.sortId;
+                           element.Category = &category;
+                           for (const SFitting& fitting : category.fittings) {
+                             element.Fitting = &fitting;
+                             visit(static_cast<const SPjHzData&>(element));
+                           }
+                         });
   }
 
- private:
-  using Elements = std::set<SPjHzData>;
-
-  void AddItem(SPjHzData& element, const CPickedFloor& picked) {
-    TRepeatedFind<Elements> find;
-    ForEachChild<CReportResult>(element.Item->children, [&](const CReportResult& result) {
-      if (!sections_.Takes(result.sgdName) || !picked.Takes(result)) {
-        return;
+  /// Calls `visit(const CReportResult&, const SCount&)` for each result of a fitting that counts.
+  template <class TVisit>
+  void ForEachResult(const SFitting& fitting, const CPickedFloor& picked, TVisit&& visit) const {
+    std::size_t end = 0;
+    ForEachChild<CReportResult>(fitting.item->children, [&](const CReportResult& result) {
+      const std::size_t begin = end;
+      end += result.referencesSize;
+      if (sections_.Takes(result.sgdName) && picked.Takes(result)) {
+        visit(result, SCount{result.Quantity(picked.CountFor(result)),
+                             std::wstring_view(fitting.references).substr(begin, end - begin)});
       }
-      if (level_ != CPjHzReport::LevelItem && SetFloor(element, picked.TextFor(result))) {
-        find = {};
-      }
-      result.PrefetchComponents();
-      const double quantity = result.Quantity(picked.CountFor(result));
-      auto at = find(elements_, element);
-      if (at == elements_.end()) {
-        // Where the ordering is not consistent, the set may refuse what was not found.
-        bool isIn = false;
-        std::tie(at, isIn) = elements_.insert(element);
-        if (!isIn) {
-          return;
-        }
-        at->Quantity = quantity;
-      } else {
-        at->Quantity += quantity;
-      }
-      at->References.push_back(&result);
     });
   }
 
-  // True if it is another text than before.
-  static bool SetFloor(SPjHzData& element, std::wstring_view floor) {
-    if (element.Floor.data() == floor.data() && element.Floor.size() == floor.size()) {
-      return false;
-    }
+  static void SetFloor(SPjHzData& element, std::wstring_view floor) {
     element.Floor = floor;
     element.FloorGrade = CFloorResultData::CalFloorGrade(std::wstring(floor));
-    return true;
   }
 
+ private:
+  const CReportSpec& spec_;
   const Report::SNewCondition& condition_;
-  const int level_;
+  const bool showsFloors_;
   const CSectionChoice& sections_;
   CSysCodeWalk sysCodes_;
   CShownCodes& codes_;
+};
+
+// Writes elements.
+class CFittingRows {
+ public:
+  void Add(const SPjHzData& element, double quantity,
+           std::span<const std::wstring_view> references) {
+    cells_.clear();
+    if (!element.Floor.empty()) {
+      cells_.insert(cells_.end(), {L"@F", element.FloorName, element.Floor});
+    }
+    if (!element.SysCode.empty()) {
+      cells_.insert(cells_.end(), {L"@S", element.SysCode});
+    }
+    const SFitting& fitting = *element.Fitting;
+    cells_.insert(cells_.end(), {L"@Cg", element.Category->category, L"@A", fitting.line, L"@CI",
+                                 fitting.text1, fitting.name, fitting.unit, quantity});
+    if (references.size() == 1) {
+      cells_.emplace_back(references.front());
+      rows_.AddRow(cells_);
+      return;
+    }
+    auto joined = std::make_unique<SKeptText>();
+    joined->text.reserve(std::accumulate(
+        references.begin(), references.end(), std::size_t{0},
+        [](std::size_t size, std::wstring_view part) { return size + part.size(); }));
+    for (const std::wstring_view part : references) {
+      joined->text += part;
+    }
+    cells_.push_back(CCellSource::Slice(*joined, 0, joined->text.size()));
+    rows_.AddRow(cells_);
+    rows_.Keep(std::move(joined));
+  }
+
+  CCellBlock Take() { return std::move(rows_); }
+
+ private:
+  CCellBlock rows_;
+  std::vector<CCellSource> cells_;
+};
+
+// The elements of a pass where their ordering is known to be consistent: sorted by numbers.
+class CPlacedFittings {
+ public:
+  explicit CPlacedFittings(CFittingWalk& walk) : walk_(walk) {}
+
+  /// Writes all elements; false, with anything written, where it is not known.
+  bool Write(CFittingRows& rows) {
+    std::vector<SChosenFloor> floors = walk_.Floors();
+    std::stable_sort(floors.begin(), floors.end(), IsBefore);
+    for (auto begin = floors.begin(), end = begin; begin != floors.end(); begin = end) {
+      while (end != floors.end() && !IsBefore(*begin, *end)) {
+        if (end->element.Floor != begin->element.Floor || !AddFloor(*end)) {
+          return false;
+        }
+        ++end;
+      }
+      WriteParts(rows);
+    }
+    // Counts are whole numbers: below this, sums are exact in whatever order they are added.
+    constexpr double kExact = 9007199254740992.0;
+    return total_ < kExact;
+  }
+
+ private:
+  // What decides the place of an element among those of a floor.
+  struct SPlace {
+    std::uint64_t code = 0;  // and component category
+    std::uint64_t item = 0;  // and before it, attribute
+    std::size_t part = 0;
+
+    bool operator<(const SPlace& other) const {
+      return std::tie(code, item, part) < std::tie(other.code, other.item, other.part);
+    }
+    bool IsSameElement(const SPlace& other) const {
+      return code == other.code && item == other.item;
+    }
+  };
+  struct SPart {
+    SPjHzData element;
+    SCount count;
+  };
+
+  static bool IsBefore(const SChosenFloor& a, const SChosenFloor& b) {
+    return a.element.FloorSortId != b.element.FloorSortId
+               ? a.element.FloorSortId < b.element.FloorSortId
+               : a.element.FloorGrade < b.element.FloorGrade;
+  }
+
+  bool AddFloor(const SChosenFloor& floor) {
+    const bool takesAll = walk_.TakesAll(floor);
+    const bool isAnyText = !walk_.ShowsFloors() || floor.picked.IsOther();
+    bool isPlaced = true;
+    walk_.ForEachFitting(floor, [&](const SPjHzData& element) {
+      const SFitting& fitting = *element.Fitting;
+      isPlaced = isPlaced && fitting.place >= 0 && fitting.categoryPlace >= 0 &&
+                 fitting.linePlaces.ascending >= 0 && (isAnyText || fitting.hasFloorsText);
+      if (!isPlaced) {
+        return;
+      }
+      if (takesAll) {
+        Add(element, {fitting.quantity, fitting.references});
+        return;
+      }
+      walk_.ForEachResult(fitting, floor.picked,
+                          [&](const CReportResult&, const SCount& count) { Add(element, count); });
+    });
+    return isPlaced;
+  }
+
+  void Add(const SPjHzData& element, const SCount& count) {
+    constexpr std::uint32_t kSign = 0x80000000U;
+    places_.push_back(
+        {Joined(static_cast<std::uint32_t>(element.SysCodeSortId) ^ kSign,
+                element.Fitting->categoryPlace),
+         Joined(static_cast<std::uint32_t>(element.LinePlace()), element.Fitting->place),
+         parts_.size()});
+    parts_.push_back({element, count});
+    total_ += count.quantity;
+  }
+  static std::uint64_t Joined(std::uint32_t first, int second) {
+    constexpr unsigned kWord = 32;
+    return std::uint64_t{first} << kWord | static_cast<std::uint32_t>(second);
+  }
+
+  // Elements are what the first of their parts tells, and add their parts in the order of the walk.
+  void WriteParts(CFittingRows& rows) {
+    std::sort(places_.begin(), places_.end());
+    for (auto begin = places_.begin(), end = begin; begin != places_.end(); begin = end) {
+      double quantity = 0;
+      references_.clear();
+      for (; end != places_.end() && end->IsSameElement(*begin); ++end) {
+        const SCount& count = parts_[end->part].count;
+        quantity += count.quantity;
+        references_.push_back(count.references);
+      }
+      rows.Add(parts_[begin->part].element, quantity, references_);
+    }
+    places_.clear();
+    parts_.clear();
+  }
+
+  CFittingWalk& walk_;
+  std::vector<SPlace> places_;
+  std::vector<SPart> parts_;
+  std::vector<std::wstring_view> references_;
+  double total_ = 0;
+};
+
+// The elements of a pass, whatever their ordering.
+class CFittings {
+ public:
+  explicit CFittings(CFittingWalk& walk) : walk_(walk) {}
+
+  void Write(CFittingRows& rows) {
+    for (const SChosenFloor& floor : walk_.Floors()) {
+      walk_.ForEachFitting(floor,
+                           [&](const SPjHzData& element) { AddItem(element, floor.picked); });
+    }
+    for (const SElement& element : elements_) {
+      rows.Add(element, element.quantity, element.references);
+    }
+  }
+
+ private:
+  struct SElement : SPjHzData {
+    explicit SElement(const SPjHzData& data) : SPjHzData(data) {}
+    // No part of the key.
+    mutable double quantity = 0;
+    mutable std::vector<std::wstring_view> references;
+  };
+  using Elements = std::set<SElement>;
+
+  void AddItem(const SPjHzData& data, const CPickedFloor& picked) {
+    SElement element(data);
+    TRepeatedFind<Elements> find;
+    walk_.ForEachResult(*data.Fitting, picked,
+                        [&](const CReportResult& result, const SCount& count) {
+                          if (walk_.ShowsFloors() && picked.TextFor(result) != element.Floor) {
+                            CFittingWalk::SetFloor(element, picked.TextFor(result));
+                            find = {};
+                          }
+                          auto at = find(elements_, element);
+                          if (at == elements_.end()) {
+                            // Where the ordering is not consistent, the set may refuse what was not
+                            // found.
+                            bool isIn = false;
+                            std::tie(at, isIn) = elements_.insert(element);
+                            if (!isIn) {
+                              return;
+                            }
+                          }
+                          at->quantity += count.quantity;
+                          at->references.push_back(count.references);
+                        });
+  }
+
+  CFittingWalk& walk_;
   Elements elements_;
 };
 
-// Places the fittings by each of their texts.
-void PlaceItems(const std::vector<CReportAttribute*>& attributes) {
-  constexpr std::array kTexts{&CReportPjCalItem::text1, &CReportPjCalItem::name,
-                              &CReportPjCalItem::unit};
-  std::vector<CReportPjCalItem*> items;
-  for (const CReportAttribute* attribute : attributes) {
-    CollectNodes(attribute->children, items);
+// Places fittings by their texts.
+void PlaceFittings(const std::vector<SFitting*>& fittings) {
+  // Those of one record view its texts.
+  std::unordered_map<const wchar_t*, std::size_t> records;
+  std::vector<const SFitting*> firsts;
+  for (const SFitting* fitting : fittings) {
+    if (records.try_emplace(fitting->text1.data(), firsts.size()).second) {
+      firsts.push_back(fitting);
+    }
   }
+  constexpr std::array kTexts{&SFitting::text1, &SFitting::name, &SFitting::unit};
+  using Places = std::array<int, kTexts.size()>;
+  std::vector<Places> placesOf(firsts.size());
   for (std::size_t i = 0; i < kTexts.size(); ++i) {
     CTextPlaces places;
-    for (const CReportPjCalItem* item : items) {
-      places.Add(item->*kTexts[i]);
+    for (const SFitting* fitting : firsts) {
+      places.Add(fitting->*kTexts[i]);
     }
     places.Place(CTextPlaces::EOrder::Plain);
-    for (CReportPjCalItem* item : items) {
-      item->places[i] = places.Of(item->*kTexts[i]).ascending;
+    for (std::size_t record = 0; record < firsts.size(); ++record) {
+      placesOf[record][i] = places.Of(firsts[record]->*kTexts[i]).ascending;
+      if (placesOf[record][i] < 0) {
+        return;
+      }
     }
   }
+  std::vector<Places> sorted = placesOf;
+  std::sort(sorted.begin(), sorted.end());
+  for (SFitting* fitting : fittings) {
+    const Places& places = placesOf[records.find(fitting->text1.data())->second];
+    fitting->place =
+        static_cast<int>(std::lower_bound(sorted.begin(), sorted.end(), places) - sorted.begin());
+  }
+}
+
+// The places of a discipline's component categories. Their kinds are not told apart, so there are
+// none where the sort numbers of one category reach into those of another.
+std::unordered_map<std::wstring_view, int> PlacesOfCategories(const CReportSpec& spec) {
+  struct SSortIds {
+    int least = std::numeric_limits<int>::max();
+    int most = std::numeric_limits<int>::min();
+  };
+  std::vector<CReportCategory*> kinds;
+  CollectNodes(spec.children, kinds);
+  std::unordered_map<std::wstring_view, SSortIds> sortIds;
+  for (const CReportCategory* kind : kinds) {
+    SSortIds& of = sortIds[kind->category];
+    of.least = std::min(of.least, kind->sortId);
+    of.most = std::max(of.most, kind->sortId);
+  }
+  std::map<int, std::pair<int, std::wstring_view>> inOrder;
+  for (const auto& [category, of] : sortIds) {
+    inOrder.try_emplace(of.least, of.most, category);
+  }
+  std::unordered_map<std::wstring_view, int> places;
+  int before = std::numeric_limits<int>::min();
+  for (const auto& [least, other] : inOrder) {
+    const auto& [most, category] = other;
+    if (!places.empty() && least <= before) {
+      return {};
+    }
+    places.emplace(category, static_cast<int>(places.size()));
+    before = most;
+  }
+  return places.size() == sortIds.size() ? places : decltype(places)();
+}
+
+// Adds up what counts where all results of a fitting do.
+void KeepWhole(SFitting& fitting, const std::vector<CReportResult*>& results,
+               const std::wstring& floorText) {
+  std::size_t size = 0;
+  for (CReportResult* result : results) {
+    result->PrefetchComponents();
+    result->referencesSize = static_cast<std::uint32_t>(result->ComponentTextSize() + 1);
+    size += result->referencesSize;
+    fitting.quantity += result->Quantity(result->floorCount);
+    fitting.hasFloorsText = fitting.hasFloorsText && result->floorText == floorText;
+  }
+  fitting.references.reserve(size);
+  for (const CReportResult* result : results) {
+    result->AppendComponentText(fitting.references);
+    fitting.references += L'$';
+  }
+}
+
+void MakeFittings(CReportCategory& kind, int categoryPlace, const std::wstring& floorText) {
+  std::vector<CReportResult*> results;
+  ForEachChild<CReportAttribute>(kind.children, [&](const CReportAttribute& attribute) {
+    ForEachChild<CReportPjCalItem>(attribute.children, [&](const CReportPjCalItem& item) {
+      SFitting& fitting = kind.fittings.emplace_back();
+      fitting.attribute = &attribute;
+      fitting.item = &item;
+      fitting.line = attribute.sortKey->name;
+      fitting.text1 = item.text1;
+      fitting.name = item.name;
+      fitting.unit = item.unit;
+      fitting.linePlaces = attribute.places;
+      fitting.categoryPlace = categoryPlace;
+      results.clear();
+      CollectNodes(item.children, results);
+      KeepWhole(fitting, results, floorText);
+    });
+  });
+  kind.fittings.shrink_to_fit();
+}
+
+// Makes the fittings of a discipline and adds them to `fittings`.
+void MakeFittings(const CReportSpec& spec, std::vector<SFitting*>& fittings) {
+  const std::unordered_map<std::wstring_view, int> places = PlacesOfCategories(spec);
+  ForEachChild<CReportFloor>(spec.children, [&](const CReportFloor& floor) {
+    std::vector<CReportCategory*> kinds;
+    CollectNodes(floor.children, kinds);
+    for (CReportCategory* kind : kinds) {
+      const auto place = places.find(kind->category);
+      MakeFittings(*kind, place == places.end() ? -1 : place->second, floor.floorText);
+      for (SFitting& fitting : kind->fittings) {
+        fittings.push_back(&fitting);
+      }
+    }
+  });
 }
 
 }  // namespace
@@ -254,7 +559,11 @@ void CPjHzReport::CreatData() {
     fold.Add(row);
   }
   fold.Fold();
-  PlaceItems(PlaceAttributeNames(root));
+  PlaceAttributeNames(root);
+  std::vector<SFitting*> fittings;
+  ForEachChild<CReportSpec>(
+      root, [&](const CReportSpec& discipline) { MakeFittings(discipline, fittings); });
+  PlaceFittings(fittings);
 }
 
 void CPjHzReport::GetPjHzData(Report::CellArray& rows, const std::wstring& requestSpec,
@@ -267,12 +576,14 @@ void CPjHzReport::GetPjHzData(Report::CellArray& rows, const std::wstring& reque
   RunSectionPasses(
       rows, bySgd,
       [&](const CSectionChoice& sections) {
-        CFittings fittings(condition, level, sections, codes);
-        ForEachChosenFloor<EPairKey::Floor>(
-            node->children, condition.floors,
-            [&](const CReportFloor& floor, const CPickedFloor& picked, const std::wstring&,
-                const std::wstring&) { fittings.AddFloor(floor, picked); });
-        return fittings.Rows();
+        CFittingWalk walk(*node, condition, level, sections, codes);
+        CFittingRows placed;
+        if (CPlacedFittings(walk).Write(placed)) {
+          return placed.Take();
+        }
+        CFittingRows any;
+        CFittings(walk).Write(any);
+        return any.Take();
       },
       ESectionHeading::Always);
 }

@@ -1,11 +1,15 @@
 #include "reports/consumption/xhl_gl_report.h"
 
-#include <map>
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <set>
 #include <utility>
 
+#include "platform/code_page.h"
 #include "platform/text_tool.h"
 #include "report_mng/result_config.h"
+#include "report_model/narrow_order.h"
 #include "report_model/report_data_method.h"
 #include "report_model/row_results.h"
 #include "reports/shared/node_choice.h"
@@ -17,18 +21,23 @@
 
 namespace {
 
-// A block of one group: by sort number, then by name as narrow text.
-struct CGroupResultData : SRowBlock {
-  CGroupResultData(int groupSortId, std::wstring groupName, CCellBlock&& block)
-      : SRowBlock{std::move(block)}, sortId(groupSortId), name(std::move(groupName)) {}
-
-  bool operator<(const CGroupResultData& other) const {
-    return sortId != other.sortId ? sortId < other.sortId : CompareAsNarrow(name, other.name) < 0;
+// Sorts stably by keys, equal ones under one place.
+template <class TElement, class TKeyOf>
+void Place(std::vector<TElement>& elements, TKeyOf&& keyOf) {
+  std::vector<std::pair<decltype(keyOf(elements.front())), TElement>> keyed;
+  keyed.reserve(elements.size());
+  for (TElement& element : elements) {
+    auto key = keyOf(element);
+    keyed.emplace_back(std::move(key), std::move(element));
   }
-
-  int sortId;
-  std::wstring name;
-};
+  std::stable_sort(keyed.begin(), keyed.end(),
+                   [](const auto& a, const auto& b) { return a.first < b.first; });
+  for (std::size_t i = 0; i < keyed.size(); ++i) {
+    elements[i] = std::move(keyed[i].second);
+    elements[i].place =
+        i > 0 && keyed[i].first == keyed[i - 1].first ? elements[i - 1].place : static_cast<int>(i);
+  }
+}
 
 }  // namespace
 
@@ -39,32 +48,26 @@ class CXhlGlReport::CQuantityWalk {
   CQuantityWalk(const Report::SNewCondition& condition, const CSectionChoice* sections)
       : condition_(condition),
         sections_(sections),
-        sysCodes_(condition.sysCodes),
-        takesFloors_(condition.sysCodes.empty() && condition.categories.empty() &&
-                     (sections == nullptr || sections->TakesAll())) {}
+        below_({}),
+        takesSections_(sections == nullptr || sections->TakesAll()),
+        takesFloors_(takesSections_ && condition.sysCodes.empty() && condition.categories.empty()) {
+    for (const std::wstring& path : condition.sysCodes) {
+      KorString::Split(path, paths_.emplace_back(), L'\\');
+    }
+  }
 
   /// Whether nothing is left out: the sums kept at the attributes hold.
   bool TakesAll() const { return takesFloors_ && condition_.floors.empty(); }
 
-  /// Adds the quantities below `item` to `total`; true if anything was counted.
-  bool Add(double& total, const CReportCalItem& item) {
-    bool counted = false;
-    ForEachChosenFloor<EPairKey::Floor>(item.children, condition_.floors,
-                                        [&](const CReportFloor& floor, const CPickedFloor& picked,
-                                            const std::wstring&, const std::wstring&) {
-                                          // A sum that begins at a floor is the one kept there;
-                                          // another one goes on from its own.
-                                          if (takesFloors_ && total == 0 && !picked.IsOther()) {
-                                            total = floor.whole.quantity;
-                                            counted |= floor.whole.counted;
-                                            return;
-                                          }
-                                          ForEachQuantity(floor, picked, [&](double quantity) {
-                                            total += quantity;
-                                            counted = true;
-                                          });
-                                        });
-    return counted;
+  /// Adds up what counts below an attribute.
+  SSum Sum(const CReportAttribute& attribute) {
+    SSum sum;
+    ForEachChild<CReportCalItem>(attribute.children, [&](const CReportCalItem& item) {
+      if (Add(sum.quantity, item)) {
+        sum.unit = item.unit;
+      }
+    });
+    return sum;
   }
 
   /// Keeps the sums of an attribute and its floors. REQUIRES: TakesAll.
@@ -86,6 +89,27 @@ class CXhlGlReport::CQuantityWalk {
   }
 
  private:
+  // Adds the quantities below `item` to `total`; true if anything was counted.
+  bool Add(double& total, const CReportCalItem& item) {
+    bool counted = false;
+    ForEachChosenFloor<EPairKey::Floor>(item.children, condition_.floors,
+                                        [&](const CReportFloor& floor, const CPickedFloor& picked,
+                                            const std::wstring&, const std::wstring&) {
+                                          // A sum that begins at a floor is the one kept there;
+                                          // another one goes on from its own.
+                                          if (takesFloors_ && total == 0 && !picked.IsOther()) {
+                                            total = floor.whole.quantity;
+                                            counted |= floor.whole.counted;
+                                            return;
+                                          }
+                                          ForEachQuantity(floor, picked, [&](double quantity) {
+                                            total += quantity;
+                                            counted = true;
+                                          });
+                                        });
+    return counted;
+  }
+
   bool Takes(const CReportResult& result, const CPickedFloor& picked) const {
     return (sections_ == nullptr || sections_->Takes(result.sgdName)) && picked.Takes(result);
   }
@@ -93,8 +117,13 @@ class CXhlGlReport::CQuantityWalk {
   void ForEachQuantity(const CReportFloor& floor, const CPickedFloor& picked, TVisit&& visit) {
     ForEachChosenCategory(
         floor.children, condition_.categories, [&](const CReportCategory& category) {
-          sysCodes_.ForEachChosen(category, [&](const CReportSysCode& sysCode) {
-            sysCodes_.ForEachBelow(sysCode, [&](const auto&, const IReportDataNode& child) {
+          ForEachChosenCode(category, [&](const CReportSysCode& sysCode) {
+            const CReportSysCode& holder = HolderBelow(sysCode);
+            if (takesSections_ && !picked.IsOther() && holder.wholeSize == 1 && holder.HasWhole()) {
+              visit(holder.whole.quantity);
+              return;
+            }
+            below_.ForEachBelow(holder, [&](const auto&, const IReportDataNode& child) {
               const auto* result = NodeAs<CReportResult>(&child);
               if (result != nullptr && Takes(*result, picked)) {
                 visit(result->Quantity(picked.CountFor(*result)));
@@ -104,10 +133,55 @@ class CXhlGlReport::CQuantityWalk {
           });
         });
   }
+  template <class TVisit>
+  void ForEachChosenCode(const CReportCategory& category, TVisit&& visit) {
+    if (paths_.empty()) {
+      ForEachChild<CReportSysCode>(category.children, visit);
+      return;
+    }
+    for (const Report::CellArray& path : paths_) {
+      const IReportDataNode* at = &category;
+      for (auto part = path.begin(); at != nullptr && part != path.end(); ++part) {
+        at = FindCode(*at, *part);
+      }
+      if (const auto* sysCode = NodeAs<CReportSysCode>(at)) {
+        visit(*sysCode);
+      }
+    }
+  }
+  // A few names are compared faster than keys.
+  static const CReportSysCode* FindCode(const IReportDataNode& parent, const std::wstring& name) {
+    constexpr std::size_t kFew = 16;
+    if (parent.children.size() > kFew) {
+      return FindChild<CReportSysCode>(parent.children, name);
+    }
+    for (const auto& child : parent.children.InOrder()) {
+      const auto* sysCode = NodeAs<CReportSysCode>(child);
+      if (sysCode != nullptr && sysCode->name == name) {
+        return sysCode;
+      }
+    }
+    return nullptr;
+  }
+  // Where a system code does nothing but to go on. Results are not looked at: most stand alone, and
+  // their holder knows them.
+  static const CReportSysCode& HolderBelow(const CReportSysCode& sysCode) {
+    const CReportSysCode* holder = &sysCode;
+    while (!holder->HasWhole() && holder->children.size() == 1) {
+      const auto* deeper = NodeAs<CReportSysCode>(holder->children.InOrder().front());
+      if (deeper == nullptr) {
+        break;
+      }
+      holder = deeper;
+    }
+    return *holder;
+  }
 
   const Report::SNewCondition& condition_;
   const CSectionChoice* sections_;
-  CSysCodeWalk sysCodes_;
+  std::vector<Report::CellArray> paths_;  // of the system codes
+  CSysCodeWalk below_;
+  bool takesSections_;
   bool takesFloors_;
 };
 
@@ -130,86 +204,116 @@ void CXhlGlReport::CreatData() {
       .Floor()
       .Category()
       .SysCode();
-  std::map<std::pair<int, int>, std::wstring> mainItemOf;
-  for (const auto& row : data.rows) {
+  CPairNumbers kinds;
+  std::vector<std::wstring> mainItemOf;
+  for (const TRow& row : data.rows) {
     const auto of = fold.Records(row);
-    const auto [main, isNew] = mainItemOf.try_emplace({row.spec, row.category});
-    if (isNew) {
-      main->second =
-          mainItems->GetMainCalItem(of.spec.name, of.category.category, of.category.kind);
+    const std::size_t kind =
+        kinds.Of(static_cast<std::uint32_t>(row.spec), static_cast<std::uint32_t>(row.category));
+    if (kind == mainItemOf.size()) {
+      mainItemOf.push_back(
+          mainItems->GetMainCalItem(of.spec.name, of.category.category, of.category.kind));
     }
-    if (main->second == of.calItem.name) {
+    if (mainItemOf[kind] == of.calItem.name) {
       fold.Add(row);
     }
   }
   fold.Fold();
-  KeepSums();
+  MakeGroups();
 }
 
-void CXhlGlReport::KeepSums() const {
+std::vector<CXhlGlReport::SLine> CXhlGlReport::LinesOf(const CReportType& group) {
   const Report::SNewCondition everything;
   CQuantityWalk walk(everything, nullptr);
+  std::vector<SLine> lines;
+  for (const auto& child : group.children.InOrder()) {
+    if (auto* attribute = NodeAs<CReportAttribute>(child.get())) {
+      walk.Keep(*attribute);
+      SLine& line = lines.emplace_back();
+      line.attribute = attribute;
+      line.name = attribute->sortKey->name;
+      line.whole.quantity = attribute->whole.quantity;
+      ForEachChild<CReportCalItem>(attribute->children, [&](const CReportCalItem& item) {
+        line.whole.unit = item.whole.counted ? item.unit : line.whole.unit;
+      });
+    }
+  }
+  return lines;
+}
+
+void CXhlGlReport::MakeGroups() {
+  groups_.clear();
   ForEachChild<CReportSpec>(root, [&](const CReportSpec& node) {
-    ForEachChild<CReportType>(node.children, [&](const CReportType& group) {
-      for (const auto& child : group.children.InOrder()) {
-        if (auto* attribute = NodeAs<CReportAttribute>(child.get())) {
-          walk.Keep(*attribute);
-        }
+    std::vector<SGroup>& groups = groups_[node.name];
+    ForEachChild<CReportType>(node.children, [&](const CReportType& type) {
+      // The place of a group is read from the first kind that was filed under it.
+      Report::CellArray path;
+      KorString::Split(type.category, path, L'\\');
+      if (path.size() != 2) {
+        return;
+      }
+      SGroup& group = groups.emplace_back();
+      group.name = &type.name;
+      group.sortId = CReportXHlGlTypeData::Instance()->GetSortId(node.name, path[0], path[1]);
+      group.smallerFirst = LinesOf(type);
+      CNaturalOrderProof proof;
+      for (const SLine& line : group.smallerFirst) {
+        proof.Add(line.attribute->sortKey->naturalName);
+      }
+      group.isOrdered = proof.Holds();
+      if (group.isOrdered) {
+        group.largerFirst = group.smallerFirst;
+        Place(group.largerFirst, [](const SLine& line) { return line.NaturalKey(false); });
+        Place(group.smallerFirst, [](const SLine& line) { return line.NaturalKey(true); });
       }
     });
+    Place(groups,
+          [](const SGroup& group) { return std::pair(group.sortId, ToNarrowText(*group.name)); });
   });
 }
 
 void CXhlGlReport::GetGlData(Report::CellArray& rows, const std::wstring& requestSpec,
                              const Report::SNewCondition& requestCondition, int bySgd) {
-  const CReportSpec* node = BeginRequest(requestSpec, requestCondition);
-  if (node == nullptr) {
+  if (BeginRequest(requestSpec, requestCondition) == nullptr) {
     return;
   }
+  const std::vector<SGroup>& groups = groups_.find(spec)->second;
   RunSectionPasses(rows, bySgd, [&](const CSectionChoice& sections) {
     CQuantityWalk walk(condition, &sections);
-    std::set<CGroupResultData> blocks;
-    ForEachChild<CReportType>(node->children, [&](const CReportType& group) {
-      // The place of a group is read from the first kind that was filed under it.
-      Report::CellArray path;
-      KorString::Split(group.category, path, L'\\');
-      if (path.size() != 2) {
-        return;
-      }
-      const int sortId = CReportXHlGlTypeData::Instance()->GetSortId(spec, path[0], path[1]);
-      // Only entries of the overview table have numbers below zero.
-      const bool largerFirst = sortId < 0 && CResultConfig::Instance()->GetLineSortDowm();
-      CCellBlock block = GroupRows(group, largerFirst, walk);
-      if (!block.Empty()) {
-        PutBlock(blocks, CGroupResultData(sortId, group.GetKey(), std::move(block)));
-      }
-    });
     CCellBlock out;
-    TakeBlocks(out, std::move(blocks));
+    int shown = -1;
+    for (const SGroup& group : groups) {
+      const std::size_t before = out.Size();
+      if (group.place != shown) {
+        AddGroup(out, group, walk);
+      }
+      shown = out.Size() == before ? shown : group.place;
+    }
     return out;
   });
 }
 
-CCellBlock CXhlGlReport::GroupRows(const CReportType& group, bool largerFirst,
-                                   CQuantityWalk& walk) {
+void CXhlGlReport::AddGroup(CCellBlock& rows, const SGroup& group, CQuantityWalk& walk) {
+  // Only entries of the overview table have numbers below zero.
+  const bool largerFirst = group.sortId < 0 && CResultConfig::Instance()->GetLineSortDowm();
   std::set<CAttResultData> blocks;
-  ForEachChild<CReportAttribute>(group.children, [&](const CReportAttribute& attribute) {
-    double total = 0;
-    const CReportCalItem* last = nullptr;
-    ForEachChild<CReportCalItem>(attribute.children, [&](const CReportCalItem& item) {
-      if (walk.TakesAll() ? item.whole.counted : walk.Add(total, item)) {
-        last = &item;
-      }
-    });
-    // The last item's unit stands for the sum of all.
-    if (last != nullptr && !last->unit.empty()) {
-      CCellBlock row;
-      row.AddCells(L"@A", attribute.name, last->unit,
-                   walk.TakesAll() ? attribute.whole.quantity : total);
-      PutBlock(blocks, CAttResultData(largerFirst, attribute.sortKey, std::move(row)));
+  int shown = -1;
+  for (const SLine& line : group.isOrdered&& largerFirst ? group.largerFirst : group.smallerFirst) {
+    if (line.place == shown) {
+      continue;
     }
-  });
-  CCellBlock rows;
+    const SSum sum = walk.TakesAll() ? line.whole : walk.Sum(*line.attribute);
+    if (sum.unit.empty()) {
+      continue;
+    }
+    if (group.isOrdered) {
+      rows.AddCells(L"@A", line.name, sum.unit, sum.quantity);
+      shown = line.place;
+    } else {
+      CCellBlock row;
+      row.AddCells(L"@A", line.name, sum.unit, sum.quantity);
+      PutBlock(blocks, CAttResultData(largerFirst, line.attribute->sortKey, std::move(row)));
+    }
+  }
   CReportDataMethod::ChangeAttResult(rows, std::move(blocks));
-  return rows;
 }

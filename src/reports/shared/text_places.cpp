@@ -9,13 +9,15 @@
 #include "platform/code_page.h"
 #include "report_model/narrow_order.h"
 
-void CTextPlaces::Place(EOrder order) {
-  if (!IsOrder(order) || !SetPlaces(order, true, &SAttPlaces::ascending) ||
-      !SetPlaces(order, false, &SAttPlaces::descending)) {
-    for (auto& [text, places] : places_) {
-      places = {};
-    }
+bool CTextPlaces::Place(EOrder order) {
+  if (IsOrder(order) && SetPlaces(order, true, &SAttPlaces::ascending) &&
+      SetPlaces(order, false, &SAttPlaces::descending)) {
+    return true;
   }
+  for (auto& [text, places] : places_) {
+    places = {};
+  }
+  return false;
 }
 
 bool CTextPlaces::IsOrder(EOrder order) const {

@@ -18,7 +18,8 @@ class CTextPlaces {
   };
 
   void Add(std::wstring_view text) { places_.try_emplace(text); }
-  void Place(EOrder order);
+  /// Answers whether there is such an order.
+  bool Place(EOrder order);
   /// REQUIRES: the text was added. No places where there is no such order.
   const SAttPlaces& Of(std::wstring_view text) const { return places_.find(text)->second; }
 

@@ -58,7 +58,7 @@ bool PlaceAttributes(const std::vector<SDetailSums*>& groups, ETextOrder valueOr
   PlacesOfKeys places{{&NoAttribute(), {}}};
   for (const SDetailSums* group : groups) {
     for (const SDetailItem& item : group->items) {
-      places.try_emplace(item.attribute);
+      places.try_emplace(item.attribute.get());
     }
   }
   CNaturalOrderProof proof;
@@ -71,7 +71,7 @@ bool PlaceAttributes(const std::vector<SDetailSums*>& groups, ETextOrder valueOr
   }
   for (SDetailSums* group : groups) {
     for (SDetailItem& item : group->items) {
-      item.attPlaces = places[item.attribute];
+      item.attPlaces = places[item.attribute.get()];
     }
   }
   return true;

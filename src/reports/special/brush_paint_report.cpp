@@ -33,13 +33,31 @@ constexpr SSpecialOrderRule kOrder{
     .loops = ELoopOrder::Backwards,
 };
 
-constexpr std::wstring_view kSupport = L"BIM支架";
-constexpr std::wstring_view kSupportArea = L"刷油面积";
-constexpr std::wstring_view kPipeArea = L"外表面积";
+// How a component kind is painted.
+struct SPainting {
+  std::wstring_view prefix;  // of the attribute line
+  std::wstring_view area;    // the item of the painted area
+  std::wstring_view amount;  // the other item
+};
+
+constexpr SPainting kSupportPainting{L"支架刷油", L"刷油面积", L"构件数量"};
+constexpr SPainting kPipePainting{L"管道刷油", L"外表面积", L"管道长度"};
 
 bool IsWaterPipe(std::wstring_view spec, std::wstring_view category) {
   return (spec == L"给排水" && category == L"管道") || (spec == L"暖通" && category == L"水管") ||
          (spec == L"消防" && category == L"管网");
+}
+
+// Null where it is not.
+const SPainting* PaintingOf(std::wstring_view spec, std::wstring_view category) {
+  if (category == L"BIM支架") {
+    return &kSupportPainting;
+  }
+  return IsWaterPipe(spec, category) ? &kPipePainting : nullptr;
+}
+
+bool TakesItem(const SPainting* painting, const std::wstring& item) {
+  return painting != nullptr && (item == painting->area || item == painting->amount);
 }
 
 struct SPaint {
@@ -85,21 +103,14 @@ CBrushPaintReport::CBrushPaintReport() : CSpecialReport(kShape) {}
 std::wstring CBrushPaintReport::GetBrushCategory(const KorDMRec::SKorDMSpecRec& spec,
                                                  const KorDMRec::SKorDMCategoryRec& category,
                                                  const KorDMRec::SKorDMCalItemDetailQRec& item) {
-  if (category.category == kSupport) {
-    return item.name == kSupportArea || item.name == L"构件数量" ? L"支架刷油" : L"";
-  }
-  if (IsWaterPipe(spec.name, category.category)) {
-    return item.name == kPipeArea || item.name == L"管道长度" ? L"管道刷油" : L"";
-  }
-  return {};
+  const SPainting* painting = PaintingOf(spec.name, category.category);
+  return TakesItem(painting, item.name) ? std::wstring(painting->prefix) : std::wstring();
 }
 
 bool CBrushPaintReport::IsBrushPaint(const CReportCategory& category,
                                      const std::wstring& item) const {
-  if (category.category == kSupport) {
-    return item == kSupportArea;
-  }
-  return IsWaterPipe(spec, category.category) && item == kPipeArea;
+  const SPainting* painting = PaintingOf(spec, category.category);
+  return painting != nullptr && item == painting->area;
 }
 
 std::wstring CBrushPaintReport::GetBrushPaintName(const CReportBrushPaint& node) {
@@ -123,21 +134,23 @@ void CBrushPaintReport::CreatData() {
                                             coat.paint);
   });
   CPairNumbers kinds;
+  std::vector<const SPainting*> paintings;  // of the kinds
   CPairNumbers kindsWithAttr;
   std::vector<SCoats> coats;
   for (const auto& row : data.rows) {
     const auto of = fold.Records(row);
-    const std::wstring prefix = GetBrushCategory(of.spec, of.category, of.calItem);
-    if (prefix.empty()) {
-      continue;
-    }
-    // Discipline and component kind decide the prefix of all their painted items.
     const std::uint32_t kind =
         kinds.Of(static_cast<std::uint32_t>(row.spec), static_cast<std::uint32_t>(row.category));
+    if (kind == paintings.size()) {
+      paintings.push_back(PaintingOf(of.spec.name, of.category.category));
+    }
+    if (!TakesItem(paintings[kind], of.calItem.name)) {
+      continue;
+    }
     const std::uint32_t number = kindsWithAttr.Of(kind, static_cast<std::uint32_t>(row.attr));
     if (number == coats.size()) {
       std::wstring value;
-      ReadParameter(value, of.attr, prefix);
+      ReadParameter(value, of.attr, std::wstring(paintings[kind]->prefix));
       const int sortId =
           CTallyDataMng::Instance()->GetBigCategorySortId(of.spec.name, of.category.category);
       SCoats& read = coats.emplace_back();

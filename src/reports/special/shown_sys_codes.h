@@ -2,6 +2,8 @@
 #ifndef TALLY_REPORTS_SPECIAL_SHOWN_SYS_CODES_H_
 #define TALLY_REPORTS_SPECIAL_SHOWN_SYS_CODES_H_
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -31,12 +33,23 @@ class CShownSysCodes {
   bool HasOrder() const { return hasOrder_; }
 
  private:
+  // Tells texts of the store apart by where they stand, which takes no time. Equal texts in two
+  // places only make two equal codes.
+  struct SSameView {
+    std::size_t operator()(std::wstring_view text) const {
+      return std::hash<const wchar_t*>()(text.data()) + text.size();
+    }
+    bool operator()(std::wstring_view a, std::wstring_view b) const {
+      return a.data() == b.data() && a.size() == b.size();
+    }
+  };
+
   SCode Make(std::wstring_view fullName);
 
   const std::wstring spec_;
   const int level_;
   const ERemark remark_;
-  std::unordered_map<std::wstring_view, SCode> codes_;           // by full name
+  std::unordered_map<std::wstring_view, SCode, SSameView, SSameView> codes_;  // by full name
   std::unordered_map<std::wstring, std::pair<int, int>> texts_;  // their numbers and sort numbers
   const CReportSysCode* lastNode_ = nullptr;
   const SCode* last_ = nullptr;

@@ -1,95 +1,161 @@
 #include "reports/special/special_report.h"
 
 #include <map>
+#include <memory>
 
-#include "platform/code_page.h"
-#include "report_model/row_results.h"
+#include "reports/shared/text_places.h"
 
 namespace {
 
-// The same object for equal texts.
-using SharedTexts = std::map<std::wstring_view, const std::wstring*>;
-
-const std::wstring* Shared(SharedTexts& texts, const std::wstring& text) {
-  return texts.try_emplace(text, &text).first->second;
-}
-
-// Lists the items below a group, and tells floors and system codes which of them are theirs.
+// Lists the items below a group, and copies its floors and system codes, which know their items.
 class CItemList {
  public:
-  explicit CItemList(std::vector<SDetailItem>& items) : items_(items) {}
+  CItemList(SDetailSums& sums, std::unordered_set<std::wstring>& texts)
+      : sums_(sums), texts_(texts) {}
 
-  void AddAllBelow(IReportDataNode& group) {
-    path_ = {{&group, 0}};
+  void AddAllBelow(const IReportDataNode& group) {
+    path_ = {{&group, 0, nullptr, nullptr}};
     while (!path_.empty()) {
       SStep& step = path_.back();
       if (step.next == step.node->children.size()) {
-        Leave(*step.node);
+        if (step.items != nullptr) {
+          step.items->last = sums_.items.size();
+        }
         path_.pop_back();
         continue;
       }
-      IReportDataNode& child = *step.node->children.InOrder()[step.next++];
+      const IReportDataNode& child = *step.node->children.InOrder()[step.next++];
       if (const auto* item = NodeAs<CReportCalItem>(&child)) {
         Add(*item);
       } else {
         Enter(child);
-        path_.push_back({&child, 0});
       }
+    }
+    sums_.items.shrink_to_fit();
+  }
+
+  /// The nodes of the items.
+  const std::vector<const CReportCalItem*>& CalItems() const { return calItems_; }
+  /// Leaves the copies alone below the group.
+  void Replace(IReportDataNode& group) {
+    group.ClearChildren();
+    for (std::unique_ptr<IReportDataNode>& floor : floors_) {
+      group.children.insert(group.children.end(), std::move(floor));
     }
   }
 
  private:
   struct SStep {
-    IReportDataNode* node;
+    const IReportDataNode* node;
     std::size_t next;
+    IReportDataNode* copy;  // null for the group
+    SDetailItems* items;    // of the copy
   };
 
-  void Enter(IReportDataNode& node) {
-    if (SDetailItems* items = ItemsOf(node)) {
-      items->first = items_.size();
-    }
-    if (node.nodeKind == ENodeKind::Floor) {
-      place_.floor = &node;
-    } else if (node.nodeKind == ENodeKind::Category) {
-      place_.sysCode = path_.back().node;
-      place_.category = &node;
-    } else if (const auto* attribute = NodeAs<CReportAttribute>(&node)) {
-      place_.attribute = attribute;
-      sortKey_ = attribute->sortKey.get();
+  void Enter(const IReportDataNode& node) {
+    if (const auto* floor = NodeAs<CReportFloor>(&node)) {
+      auto copy = std::make_unique<CReportFloor>();
+      copy->floorText = floor->floorText;
+      copy->name = floor->name;
+      copy->grade = floor->grade;
+      EnterCopied(node, std::move(copy));
+    } else if (const auto* sysCode = NodeAs<CReportSysCode>(&node)) {
+      auto copy = std::make_unique<CReportSysCode>();
+      copy->sortId = sysCode->sortId;
+      copy->name = sysCode->name;
+      copy->fullName = sysCode->fullName;
+      copy->remark = sysCode->remark;
+      EnterCopied(node, std::move(copy));
+    } else {
+      if (const auto* category = NodeAs<CReportCategory>(&node)) {
+        item_.sysCode = NodeAs<CReportSysCode>(path_.back().copy);
+        item_.category = &CopyOf(*category);
+      } else if (const auto* attribute = NodeAs<CReportAttribute>(&node)) {
+        item_.attribute = attribute->sortKey;
+      }
+      path_.push_back({&node, 0, nullptr, nullptr});
     }
   }
-  void Leave(IReportDataNode& node) {
-    if (SDetailItems* items = ItemsOf(node)) {
-      items->last = items_.size();
+  template <class TNode>
+  void EnterCopied(const IReportDataNode& node, std::unique_ptr<TNode> copy) {
+    TNode& added = *copy;
+    added.items.first = sums_.items.size();
+    if (IReportDataNode* parent = path_.back().copy) {
+      parent->children.insert(parent->children.end(), std::move(copy));
+    } else {
+      floors_.push_back(std::move(copy));
     }
+    path_.push_back({&node, 0, &added, &added.items});
   }
-  static SDetailItems* ItemsOf(IReportDataNode& node) {
-    if (auto* floor = NodeAs<CReportFloor>(&node)) {
-      return &floor->items;
+  const CReportCategory& CopyOf(const CReportCategory& category) {
+    const CReportCategory*& copy = categories_[{category.category, category.kind}];
+    if (copy == nullptr) {
+      auto added = std::make_shared<CReportCategory>();
+      added->sortId = category.sortId;
+      added->category = category.category;
+      added->kind = category.kind;
+      copy = added.get();
+      sums_.categories.push_back(std::move(added));
     }
-    auto* sysCode = NodeAs<CReportSysCode>(&node);
-    return sysCode == nullptr ? nullptr : &sysCode->items;
+    return *copy;
   }
   void Add(const CReportCalItem& node) {
-    SDetailItem& item = items_.emplace_back();
-    item.place = place_;
-    item.place.calItem = &node;
-    item.attribute = sortKey_;
-    item.name = Shared(texts_, node.name);
-    item.unit = Shared(texts_, node.unit);
+    item_.name = &*texts_.insert(node.name).first;
+    item_.unit = &*texts_.insert(node.unit).first;
+    sums_.items.push_back(item_);
+    calItems_.push_back(&node);
   }
 
-  std::vector<SDetailItem>& items_;
+  SDetailSums& sums_;
+  std::unordered_set<std::wstring>& texts_;
   std::vector<SStep> path_;
-  sReportData place_;
-  const SAttSortKey* sortKey_ = nullptr;
-  SharedTexts texts_;
+  SDetailItem item_;  // as far as the path tells it
+  std::vector<const CReportCalItem*> calItems_;
+  std::vector<std::unique_ptr<IReportDataNode>> floors_;
+  std::map<std::pair<std::wstring_view, std::wstring_view>, const CReportCategory*> categories_;
 };
 
-template <class TVisit>
-void ForEachDetail(const SDetailItem& item, TVisit&& visit) {
-  ForEachChild<CReportResultDetail>(item.place.calItem->children, visit);
-}
+// Copies the results of items into `sums`.
+class CDetailList {
+ public:
+  explicit CDetailList(SDetailSums& sums) : sums_(sums) {}
+
+  void Reserve(const std::vector<const CReportCalItem*>& calItems) {
+    std::size_t count = 0;
+    std::size_t textSize = 0;
+    for (const CReportCalItem* calItem : calItems) {
+      ForEachChild<CReportResultDetail>(calItem->children, [&](const CReportResultDetail& detail) {
+        ++count;
+        textSize += detail.ComponentTextSize() + 1;
+      });
+    }
+    sums_.details.reserve(count);
+    sums_.sources.reserve(count);
+    // The texts that are viewed stay where they are.
+    sums_.text.reserve(textSize);
+  }
+  void Add(SDetailItem& item, const CReportCalItem& calItem) {
+    item.first = sums_.details.size();
+    ForEachChild<CReportResultDetail>(calItem.children,
+                                      [this](const CReportResultDetail& detail) { Add(detail); });
+    item.last = sums_.details.size();
+  }
+
+ private:
+  void Add(const CReportResultDetail& detail) {
+    const std::size_t begin = sums_.text.size();
+    detail.AppendComponentText(sums_.text);
+    sums_.text += L'$';
+    const auto count = static_cast<double>(detail.components.size());
+    sums_.details.push_back({{count * detail.quantity1, count * detail.quantity2,
+                              count * detail.quantity3, count * detail.quantity4},
+                             std::wstring_view(sums_.text).substr(begin),
+                             detail.floorCount});
+    sums_.sources.push_back({detail.floorText, detail.sgdName});
+  }
+
+  SDetailSums& sums_;
+};
 
 }  // namespace
 
@@ -104,86 +170,69 @@ void CSpecialReport::ReadParameter(std::wstring& value, const KorDMRec::SKorDMAt
 
 void CSpecialReport::SumDetails(IReportDataNode& group, SDetailSums& sums) {
   sums = {};
-  CItemList(sums.items).AddAllBelow(group);
-  std::map<std::wstring_view, std::vector<SDetailItem*>> itemsOfNames;
-  std::size_t count = 0;
-  std::size_t textSize = 0;
-  for (SDetailItem& item : sums.items) {
-    itemsOfNames[*item.name].push_back(&item);
-    ForEachDetail(item, [&](const CReportResultDetail& detail) {
-      ++count;
-      textSize += detail.ComponentTextSize() + 1;
-    });
+  CItemList items(sums, itemTexts_);
+  items.AddAllBelow(group);
+  std::map<std::wstring_view, std::vector<std::size_t>> itemsOfNames;
+  for (std::size_t i = 0; i < sums.items.size(); ++i) {
+    itemsOfNames[*sums.items[i].name].push_back(i);
   }
-  sums.details.reserve(count);
-  // The texts that are viewed stay where they are.
-  sums.text.reserve(textSize);
-  for (const auto& [name, items] : itemsOfNames) {
-    for (SDetailItem* item : items) {
-      item->first = sums.details.size();
-      ForEachDetail(*item, [&](const CReportResultDetail& detail) {
-        const std::size_t begin = sums.text.size();
-        detail.AppendComponentText(sums.text);
-        sums.text += L'$';
-        sums.details.push_back(
-            SumOf(detail, detail.floorCount, std::wstring_view(sums.text).substr(begin)));
-      });
-      item->last = sums.details.size();
+  CDetailList details(sums);
+  details.Reserve(items.CalItems());
+  for (const auto& [name, itemsOfName] : itemsOfNames) {
+    for (const std::size_t i : itemsOfName) {
+      details.Add(sums.items[i], *items.CalItems()[i]);
     }
   }
-}
-
-SDetailSum CSpecialReport::SumOf(const CReportResultDetail& detail, int floorCount,
-                                 std::wstring_view references) {
-  const auto count = static_cast<double>(detail.components.size());
-  return {{count * detail.quantity1 * floorCount, count * detail.quantity2 * floorCount,
-           count * detail.quantity3 * floorCount, count * detail.quantity4 * floorCount},
-          references,
-          floorCount};
+  items.Replace(group);
 }
 
 bool CSpecialReport::PlaceNames(const std::vector<SDetailSums*>& groups) {
-  std::map<std::wstring_view, int> places;
+  CTextPlaces places;
   for (const SDetailSums* group : groups) {
     for (const SDetailItem& item : group->items) {
-      places.try_emplace(*item.name);
+      places.Add(*item.name);
     }
   }
-  std::map<std::string, int*> narrow;
-  for (auto& [name, place] : places) {
-    narrow.try_emplace(ToNarrowText(name), &place);
-  }
-  if (narrow.size() < places.size()) {
+  if (!places.Place(CTextPlaces::EOrder::Plain)) {
     return false;
-  }
-  int next = 0;
-  for (const auto& [name, place] : narrow) {
-    *place = next++;
   }
   for (SDetailSums* group : groups) {
     for (SDetailItem& item : group->items) {
-      item.namePlace = places[*item.name];
+      item.namePlace = places.Of(*item.name).ascending;
     }
   }
   return true;
 }
 
-const CSpecialReport::SKind& CSpecialReport::KindOf(SRequest& request,
-                                                    const CReportCategory& category) const {
-  for (const SKind& kind : request.kinds) {
+CSpecialReport::SKind& CSpecialReport::KindOf(SRequest& request,
+                                              const CReportCategory& category) const {
+  for (SKind& kind : request.kinds) {
     if (kind.category->sortId == category.sortId && kind.category->kind == category.kind &&
         kind.category->category == category.category) {
       return kind;
     }
   }
   return request.kinds.emplace_back(
-      SKind{&category, MainCalItemOf(spec, category), SortsAscending(category)});
+      SKind{&category, MainCalItemOf(spec, category), SortsAscending(category), {}});
+}
+
+const CSpecialReport::SKindItem& CSpecialReport::ItemOf(SKind& kind, const std::wstring& name,
+                                                        int level) const {
+  for (const SKindItem& item : kind.items) {
+    if (item.name == &name) {
+      return item;
+    }
+  }
+  const bool isMain = name == kind.mainItem;
+  return kind.items.emplace_back(SKindItem{&name, isMain,
+                                           level != LevelTotal || ShowsAtLevel0(name, isMain),
+                                           FeedsHeads(*kind.category, name)});
 }
 
 void CSpecialReport::FillFloor(CItemSums& sums, const CReportFloor& floor,
                                const CPickedFloor& picked) {
   const std::wstring& shown = picked.IsOther() ? picked.SecondText() : floor.name;
-  const int grade = CFloorResultData::CalFloorGrade(shown);
+  const int grade = picked.IsOther() ? SFloorGrade(shown).grade : floor.grade.grade;
   for (SOpenSum& sum : sums.OnFloor()) {
     sum.row.FloorName = &floor.name;
     sum.row.Floor = &shown;
@@ -199,14 +248,14 @@ void CSpecialReport::FillSysCode(CItemSums& sums, const CShownSysCodes::SCode& c
   }
 }
 
-std::span<SOpenSum> CSpecialReport::FillItem(CItemSums& sums, const SDetailItem& item,
-                                             const SKind& kind, int level) const {
-  const bool isMain = *item.name == kind.mainItem;
-  if (level == LevelTotal && !ShowsAtLevel0(*item.name, isMain)) {
+std::span<SOpenSum> CSpecialReport::FillItem(CItemSums& sums, const SDetailItem& item, SKind& kind,
+                                             int level) const {
+  const SKindItem& kindItem = ItemOf(kind, *item.name, level);
+  if (!kindItem.isShown) {
     return {};
   }
   for (SOpenSum& sum : sums.All()) {
-    sum.row.IsMainItem = isMain;
+    sum.row.IsMainItem = kindItem.isMain;
     sum.row.Ascending = kind.ascending;
     sum.row.Unit = item.unit;
   }
@@ -218,8 +267,8 @@ std::span<SOpenSum> CSpecialReport::FillItem(CItemSums& sums, const SDetailItem&
   for (SOpenSum& sum : sums.OfAttribute()) {
     sum.row.CalItem = item.name;
     sum.row.CalItemPlace = item.namePlace;
-    sum.row.Attribute = item.attribute;
+    sum.row.Attribute = item.attribute.get();
     sum.row.AttPlaces = item.attPlaces;
   }
-  return FeedsHeads(*kind.category, *item.name) ? sums.All() : sums.OfAttribute();
+  return kindItem.feedsHeads ? sums.All() : sums.OfAttribute();
 }

@@ -10,6 +10,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -22,6 +23,8 @@
 #include "reports/shared/row_folder.h"
 #include "reports/shared/section_choice.h"
 #include "reports/special/attribute_places.h"
+#include "reports/special/loop_names.h"
+#include "reports/special/ordered_candidates.h"
 #include "reports/special/shown_sys_codes.h"
 #include "reports/special/special_candidates.h"
 #include "reports/special/special_row.h"
@@ -96,22 +99,28 @@ class CSpecialReport : public CNodeReport {
     if (node == nullptr) {
       return;
     }
-    SRequest request{level, {spec, level, shape_.remark}, {}};
+    SRequest request{level, {spec, level, shape_.remark}, {}, {}};
     RunSectionPasses(rows, bySgd, [&](const CSectionChoice& sections) {
       std::set<TBlock> blocks;
+      TOrderedCandidates<kRule> ordered(request.loopNames);
       ForEachChild<TGroup>(node->children, [&](const TGroup& group) {
-        TSpecialCandidates<kRule> candidates(isOrdered_);
-        CCountedDetails details(group.sums, sections.TakesAll() && condition.floors.empty());
-        Collect(candidates, details, group, request, sections);
-        if (candidates.IsRefuted()) {
-          candidates = TSpecialCandidates<kRule>(false);
-          Collect(candidates, details, group, request, sections);
-        }
-        if (candidates.Empty()) {
-          return;
-        }
-        if (std::optional<TBlock> block = makeBlock(group, candidates, details.All())) {
-          PutBlock(blocks, std::move(*block));
+        // Answers false where the candidates turn out to be of no consistent order.
+        const auto show = [&](auto&& candidates) {
+          CCountedDetails details(group.sums, sections.TakesAll() && condition.floors.empty());
+          Collect<kRule>(candidates, details, group, request, sections);
+          if (candidates.IsRefuted()) {
+            return false;
+          }
+          if (!candidates.Empty()) {
+            if (std::optional<TBlock> block = makeBlock(group, candidates, details.All())) {
+              PutBlock(blocks, std::move(*block));
+            }
+          }
+          return true;
+        };
+        ordered.Clear();
+        if (!isOrdered_ || !show(ordered)) {
+          show(TSpecialCandidates<kRule>(request.loopNames));
         }
       });
       CCellBlock out;
@@ -121,11 +130,20 @@ class CSpecialReport : public CNodeReport {
   }
 
  private:
+  /// An item of a component kind as a request takes it.
+  struct SKindItem {
+    const std::wstring* name;
+    bool isMain;
+    bool isShown;
+    bool feedsHeads;
+  };
+
   /// A component kind as a request takes it.
   struct SKind {
     const CReportCategory* category;
     std::wstring mainItem;
     bool ascending;
+    std::vector<SKindItem> items;
   };
 
   /// What one request works out once.
@@ -133,6 +151,7 @@ class CSpecialReport : public CNodeReport {
     int level;
     CShownSysCodes sysCodes;
     std::vector<SKind> kinds;
+    CLoopNames loopNames;
   };
 
   /// The details of a group that a pass counts: all of them as they were summed up at the fold, or
@@ -142,22 +161,25 @@ class CSpecialReport : public CNodeReport {
     CCountedDetails(const SDetailSums& sums, bool takesAll) : sums_(sums), takesAll_(takesAll) {}
     std::span<const SDetailSum> All() const { return takesAll_ ? sums_.details : taken_; }
     const SDetailSums& Sums() const { return sums_; }
-    /// Those of an item that `takes(detail)` takes, with `count(detail)` floors each.
+    /// Those of an item that `takes(result)` takes, with `count(result)` floors each.
     template <class TTakes, class TCount>
     SDetailRange Of(const SDetailItem& item, TTakes&& takes, TCount&& count) {
       if (takesAll_) {
         return {item.first, item.last};
       }
       SDetailRange range{taken_.size(), taken_.size()};
-      std::size_t at = item.first;
-      const Report::NodeMap& results = item.place.calItem->children;
-      ForEachChild<CReportResultDetail>(results, [&](const CReportResultDetail& detail) {
-        const SDetailSum& sum = sums_.details[at++];
-        if (takes(detail)) {
-          taken_.push_back(SumOf(detail, count(detail), sum.references));
+      SResultIdentity result;
+      for (std::size_t at = item.first; at < item.last; ++at) {
+        const SDetailSum& detail = sums_.details[at];
+        result.floorText = sums_.sources[at].floorText;
+        result.sgdName = sums_.sources[at].sgdName;
+        result.floorCount = detail.floorCount;
+        if (takes(result)) {
+          taken_.push_back(detail);
+          taken_.back().floorCount = count(result);
           ++range.last;
         }
-      });
+      }
       return range;
     }
 
@@ -199,9 +221,8 @@ class CSpecialReport : public CNodeReport {
     std::array<SOpenSum, 4> sums_;
   };
 
-  static void SumDetails(IReportDataNode& group, SDetailSums& sums);
-  static SDetailSum SumOf(const CReportResultDetail& detail, int floorCount,
-                          std::wstring_view references);
+  /// Lists what lies below a group, and frees all nodes there but its floors and system codes.
+  void SumDetails(IReportDataNode& group, SDetailSums& sums);
   /// Gives the item names their places; false where different ones are equal as narrow texts.
   static bool PlaceNames(const std::vector<SDetailSums*>& groups);
 
@@ -212,30 +233,31 @@ class CSpecialReport : public CNodeReport {
   /// Whether smaller numbers of attribute names go first.
   virtual bool SortsAscending(const CReportCategory& category) const = 0;
 
-  const SKind& KindOf(SRequest& request, const CReportCategory& category) const;
+  SKind& KindOf(SRequest& request, const CReportCategory& category) const;
+  const SKindItem& ItemOf(SKind& kind, const std::wstring& name, int level) const;
   static void FillFloor(CItemSums& sums, const CReportFloor& floor, const CPickedFloor& picked);
   static void FillSysCode(CItemSums& sums, const CShownSysCodes::SCode& code);
   /// Answers the sums that the item goes into, filled.
-  std::span<SOpenSum> FillItem(CItemSums& sums, const SDetailItem& item, const SKind& kind,
+  std::span<SOpenSum> FillItem(CItemSums& sums, const SDetailItem& item, SKind& kind,
                                int level) const;
 
   /// Collects the candidates of a group. `details` takes the results that they count.
-  template <SSpecialOrderRule kRule>
-  void Collect(TSpecialCandidates<kRule>& candidates, CCountedDetails& details,
-               const IReportDataNode& group, SRequest& request,
-               const CSectionChoice& sections) const;
+  template <SSpecialOrderRule kRule, class TCandidates>
+  void Collect(TCandidates& candidates, CCountedDetails& details, const IReportDataNode& group,
+               SRequest& request, const CSectionChoice& sections) const;
   /// Those of some items, which lie on one floor.
-  template <SSpecialOrderRule kRule>
-  void CollectItems(TSpecialCandidates<kRule>& candidates, CCountedDetails& details,
-                    CItemSums& sums, const SDetailItems& items, SRequest& request,
-                    const CPickedFloor& picked, const CSectionChoice& sections) const;
+  template <SSpecialOrderRule kRule, class TCandidates>
+  void CollectItems(TCandidates& candidates, CCountedDetails& details, CItemSums& sums,
+                    const SDetailItems& items, SRequest& request, const CPickedFloor& picked,
+                    const CSectionChoice& sections) const;
 
   const SSpecialShape& shape_;
+  std::unordered_set<std::wstring> itemTexts_;  ///< names and units of the items
   bool isOrdered_ = false;  ///< the attributes have places, and the items names that differ
 };
 
-template <SSpecialOrderRule kRule>
-void CSpecialReport::Collect(TSpecialCandidates<kRule>& candidates, CCountedDetails& details,
+template <SSpecialOrderRule kRule, class TCandidates>
+void CSpecialReport::Collect(TCandidates& candidates, CCountedDetails& details,
                              const IReportDataNode& group, SRequest& request,
                              const CSectionChoice& sections) const {
   CItemSums sums(shape_, request.level);
@@ -246,37 +268,39 @@ void CSpecialReport::Collect(TSpecialCandidates<kRule>& candidates, CCountedDeta
           const std::wstring&) {
         FillFloor(sums, floor, picked);
         if (sysCodes.TakesAll()) {
-          CollectItems(candidates, details, sums, floor.items, request, picked, sections);
+          CollectItems<kRule>(candidates, details, sums, floor.items, request, picked, sections);
           return;
         }
         sysCodes.ForEachChosen(floor, [&](const CReportSysCode& sysCode) {
-          CollectItems(candidates, details, sums, sysCode.items, request, picked, sections);
+          CollectItems<kRule>(candidates, details, sums, sysCode.items, request, picked, sections);
         });
       });
 }
 
-template <SSpecialOrderRule kRule>
-void CSpecialReport::CollectItems(TSpecialCandidates<kRule>& candidates, CCountedDetails& details,
+template <SSpecialOrderRule kRule, class TCandidates>
+void CSpecialReport::CollectItems(TCandidates& candidates, CCountedDetails& details,
                                   CItemSums& sums, const SDetailItems& items, SRequest& request,
                                   const CPickedFloor& picked,
                                   const CSectionChoice& sections) const {
-  const auto takes = [&](const CReportResultDetail& detail) {
-    return sections.Takes(detail.sgdName) &&
-           (shape_.floorPairTest == EFloorPairTest::None || picked.Takes(detail));
+  const auto takes = [&](const SResultIdentity& result) {
+    return sections.Takes(result.sgdName) &&
+           (shape_.floorPairTest == EFloorPairTest::None || picked.Takes(result));
   };
-  const auto count = [&](const CReportResultDetail& detail) { return picked.CountFor(detail); };
+  const auto count = [&](const SResultIdentity& result) { return picked.CountFor(result); };
+  const CReportSysCode* sysCode = nullptr;
   const CReportCategory* category = nullptr;
-  const SKind* kind = nullptr;
+  SKind* kind = nullptr;
   for (const SDetailItem& item :
        std::span(details.Sums().items).subspan(items.first, items.last - items.first)) {
-    if (item.place.category != category) {
-      category = NodeAs<CReportCategory>(item.place.category);
+    if (item.sysCode != sysCode || item.category != category) {
+      sysCode = item.sysCode;
+      category = item.category;
       kind = IsChosen(*category, condition) ? &KindOf(request, *category) : nullptr;
       if (kind != nullptr) {
         candidates.StartCategory(*category, kind->ascending);
       }
       if (kind != nullptr && sums.HasSysCode()) {
-        FillSysCode(sums, request.sysCodes.Of(*NodeAs<CReportSysCode>(item.place.sysCode)));
+        FillSysCode(sums, request.sysCodes.Of(*sysCode));
         if (kRule.comparesSysCodeTexts && !request.sysCodes.HasOrder()) {
           candidates.Refute();
         }

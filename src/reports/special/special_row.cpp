@@ -1,7 +1,7 @@
 #include "reports/special/special_row.h"
 
 #include "platform/code_page.h"
-#include "platform/text_numbers.h"
+#include "reports/special/loop_names.h"
 
 const std::wstring& NoText() {
   static const std::wstring text;
@@ -25,19 +25,6 @@ void CDetailRanges::Add(const SDetailRange& range) {
   }
 }
 
-std::wstring SSpecialRow::LoopName() const {
-  std::wstring name;
-  if (LoopNumber != 0) {
-    constexpr std::wstring_view kLoop = L"回路";
-    constexpr std::size_t kMostDigits = 11;
-    name.reserve(LoopCategory->kind.size() + kLoop.size() + kMostDigits);
-    name += LoopCategory->kind;
-    name += kLoop;
-    AppendInt(name, LoopNumber);
-  }
-  return name;
-}
-
 CRowSum::CRowSum(const SSpecialRow& row, std::span<const SDetailSum> details) {
   bool isFirst = true;
   row.Details.ForEach([&](const SDetailRange& range) {
@@ -45,13 +32,12 @@ CRowSum::CRowSum(const SSpecialRow& row, std::span<const SDetailSum> details) {
       const std::wstring_view more = detail.references;
       if (isFirst) {
         isFirst = false;
-        quantities_ = detail.quantities;
-        floorCount_ = detail.floorCount;
-        references_ = more;
+        Start(detail);
         continue;
       }
+      const std::array<double, 4> quantities = detail.Quantities();
       for (std::size_t i = 0; i < quantities_.size(); ++i) {
-        quantities_[i] += detail.quantities[i];
+        quantities_[i] += quantities[i];
       }
       if (!composed_.empty()) {
         composed_ += more;
@@ -77,8 +63,8 @@ int CompareLoops(const SSpecialRow& a, const SSpecialRow& b, ELoopOrder order) {
     // The names differ in their numbers alone, and the natural compare goes by these.
     return a.LoopNumber - b.LoopNumber;
   }
-  const std::string nameA = ToNarrowText(a.LoopName());
-  const std::string nameB = ToNarrowText(b.LoopName());
+  const std::string nameA = ToNarrowText(CLoopNames::Compose(*a.LoopCategory, a.LoopNumber));
+  const std::string nameB = ToNarrowText(CLoopNames::Compose(*b.LoopCategory, b.LoopNumber));
   return order == ELoopOrder::Forwards ? CompareNatural(nameA, nameB, true)
                                        : CompareNatural(nameB, nameA, false);
 }

@@ -75,14 +75,31 @@ struct SSpecialRow {
 
   const std::wstring& AttName() const { return Attribute->name; }
   const std::wstring& AttText() const { return Attribute->value; }
-  /// "%s回路%d" of the component kind and the number; empty on other rows.
-  std::wstring LoopName() const;
+};
+
+/// The candidates of a TOrderedCandidates on one floor and of one system code, in order.
+struct SRowPlace {
+  int floorSortId;
+  int sysCodeSortId;
+  std::vector<std::size_t> rows;
+};
+
+/// One of the candidates that the details of an item go into.
+struct SOpenSum {
+  static constexpr std::size_t kNotFound = static_cast<std::size_t>(-1);
+
+  SSpecialRow row;
+  // Where TOrderedCandidates found it last, for items that are not the main one and that are.
+  std::array<std::size_t, 2> found{kNotFound, kNotFound};
+  SRowPlace* place = nullptr;
 };
 
 /// What a row shows of its details.
 class CRowSum {
  public:
   CRowSum(const SSpecialRow& row, std::span<const SDetailSum> details);
+  /// Of one detail.
+  explicit CRowSum(const SDetailSum& detail) { Start(detail); }
 
   const std::array<double, 4>& Quantities() const { return quantities_; }
   /// Floors that the first detail's floor text stands for.
@@ -93,6 +110,12 @@ class CRowSum {
   }
 
  private:
+  void Start(const SDetailSum& detail) {
+    quantities_ = detail.Quantities();
+    floorCount_ = detail.floorCount;
+    references_ = detail.references;
+  }
+
   std::array<double, 4> quantities_{};
   int floorCount_ = 1;
   std::wstring_view references_;
@@ -134,6 +157,11 @@ struct TSpecialOrder {
     if (!IsSameSysCode(a, b)) {
       return a.SysCodeSortId < b.SysCodeSortId;
     }
+    return IsBefore(a, b);
+  }
+
+  /// What decides on one floor below one system code.
+  static bool IsBefore(const SSpecialRow& a, const SSpecialRow& b) {
     if (a.AttPlaces.ascending >= 0 && b.AttPlaces.ascending >= 0) {
       if (a.AttPlaces.ascending != b.AttPlaces.ascending) {
         return a.Ascending ? a.AttPlaces.ascending < b.AttPlaces.ascending

@@ -1,13 +1,17 @@
 #include "reports/special/sum_blocks.h"
 
+#include <string_view>
 #include <utility>
 
 namespace {
 
+constexpr std::wstring_view kFloorRow = L"@F";
+constexpr std::wstring_view kSysCodeRow = L"@S";
+constexpr std::wstring_view kItemRow = L"@CI";
+constexpr std::wstring_view kLoopRow = L"@L";
+
 template <class... THead>
-void AddRow(CCellBlock& rows, const SSpecialRow& row, std::span<const SDetailSum> details,
-            THead&&... head) {
-  const CRowSum sum(row, details);
+void AddRow(CCellBlock& rows, const SSpecialRow& row, const CRowSum& sum, THead&&... head) {
   const auto& [first, second, third, fourth] = sum.Quantities();
   rows.AddCells(std::forward<THead>(head)..., sum.References(), *row.Unit, first, second, third,
                 fourth);
@@ -21,20 +25,24 @@ void AddSumRow(CCellBlock& rows, SSumQuantityData& sum, const SSpecialRow& row,
   const bool hasSysCode = !row.SysCode->empty();
   const bool hasItem = !row.AttName().empty() && !row.CalItem->empty();
   const bool isHead = row.AttName().empty() && row.CalItem->empty();
-  if (row.LoopNumber != 0) {
-    if (row.IsMainItem && hasFloor && hasSysCode && hasItem) {
-      AddRow(rows, row, details, L"@L", row.LoopName(), *row.CalItem);
-    }
-  } else if (hasItem) {
-    AddRow(rows, row, details, L"@CI", row.AttName(), row.AttText(), *row.CalItem);
+  if (hasItem) {
+    AddRow(rows, row, CRowSum(row, details), kItemRow, row.AttName(), row.AttText(), *row.CalItem);
   } else if (!isHead || (headRows == EHeadRows::MainItem && !row.IsMainItem)) {
     return;
   } else if (hasFloor && hasSysCode) {
-    AddRow(rows, row, details, L"@S", *row.SysCode);
+    AddRow(rows, row, CRowSum(row, details), kSysCodeRow, *row.SysCode);
   } else if (hasFloor) {
-    AddRow(rows, row, details, L"@F", *row.FloorName, *row.Floor);
+    AddRow(rows, row, CRowSum(row, details), kFloorRow, *row.FloorName, *row.Floor);
   } else if (!hasSysCode) {
     const CRowSum total(row, details);
     sum = {*row.Unit, total.Quantities(), total.FloorCount()};
+  }
+}
+
+void AddCircuitRow(CCellBlock& rows, const SSpecialRow& row, const std::wstring& name,
+                   const CRowSum& sum) {
+  if (row.IsMainItem && !row.FloorName->empty() && !row.SysCode->empty() &&
+      !row.AttName().empty() && !row.CalItem->empty()) {
+    AddRow(rows, row, sum, kLoopRow, name, *row.CalItem);
   }
 }

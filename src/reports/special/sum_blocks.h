@@ -23,6 +23,9 @@ enum class EHeadRows { AllItems, MainItem };
 /// has the tail references, unit, four quantities.
 void AddSumRow(CCellBlock& rows, SSumQuantityData& sum, const SSpecialRow& row,
                std::span<const SDetailSum> details, EHeadRows headRows);
+/// Prints a circuit of a candidate; those of some print no row.
+void AddCircuitRow(CCellBlock& rows, const SSpecialRow& row, const std::wstring& name,
+                   const CRowSum& sum);
 
 /// The rows of a block's candidates.
 template <class TCandidates>
@@ -30,7 +33,10 @@ CCellBlock SumRows(SSumQuantityData& sum, const TCandidates& candidates,
                    std::span<const SDetailSum> details, EHeadRows headRows) {
   CCellBlock rows;
   candidates.ForEachRow(
-      [&](const SSpecialRow& row) { AddSumRow(rows, sum, row, details, headRows); });
+      details, [&](const SSpecialRow& row) { AddSumRow(rows, sum, row, details, headRows); },
+      [&](const SSpecialRow& row, const std::wstring& name, const CRowSum& circuit) {
+        AddCircuitRow(rows, row, name, circuit);
+      });
   return rows;
 }
 

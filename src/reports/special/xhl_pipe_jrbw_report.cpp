@@ -33,7 +33,10 @@ constexpr SSpecialOrderRule kOrder{
     .loops = ELoopOrder::Forwards,
 };
 
-using Candidates = TSpecialCandidates<kOrder>;
+constexpr std::wstring_view kFloorRow = L"@F";
+constexpr std::wstring_view kSysCodeRow = L"@S";
+constexpr std::wstring_view kItemRow = L"@CI";
+constexpr std::wstring_view kLoopRow = L"@L";
 
 // A printed block: ducts, then water pipes, then equipment; by material; thicker first.
 struct SJRBWLineData : SRowBlock {
@@ -89,14 +92,21 @@ std::wstring InsulatedType(const KorDMRec::SKorDMCategoryRec& category) {
 }
 
 // Composes the rows of one block.
-class CBlockRows {
+template <class TCandidates>
+class TBlockRows {
  public:
-  CBlockRows(const Candidates& candidates, std::span<const SDetailSum> details,
+  TBlockRows(const TCandidates& candidates, std::span<const SDetailSum> details,
              const std::wstring& totalItem)
       : candidates_(candidates), details_(details), totalItem_(totalItem) {}
 
   CCellBlock Rows() {
-    candidates_.ForEachRow([this](const SSpecialRow& row) { AddRow(row); });
+    candidates_.ForEachRow(
+        details_, [this](const SSpecialRow& row) { AddRow(row); },
+        [this](const SSpecialRow& row, const std::wstring& name, const CRowSum& sum) {
+          if (row.IsMainItem && IsShown(row)) {
+            AddCells(row, sum, kLoopRow, name, *row.CalItem);
+          }
+        });
     return std::move(rows_);
   }
   const Report::STypeSumQuantityData& Sum() const { return sum_; }
@@ -104,30 +114,27 @@ class CBlockRows {
 
  private:
   void AddRow(const SSpecialRow& row) {
-    const bool isLoop = row.LoopNumber != 0;
-    const bool hasAttribute = !row.AttName().empty() && !row.AttText().empty();
-    const bool isHead = row.AttName().empty() && row.AttText().empty() && !isLoop;
+    const bool isHead = row.AttName().empty() && row.AttText().empty();
     if (isHead && row.CalItem->find(totalItem_) != std::wstring::npos) {
+      const CRowSum sum(row, details_);
       if (!row.Floor->empty() && !row.SysCode->empty()) {
-        AddCells(row, L"@S", *row.SysCode);
+        AddCells(row, sum, kSysCodeRow, *row.SysCode);
       } else if (!row.Floor->empty()) {
-        AddCells(row, L"@F", *row.Floor, *row.FloorName);
+        AddCells(row, sum, kFloorRow, *row.Floor, *row.FloorName);
       } else if (row.SysCode->empty()) {
-        const CRowSum total(row, details_);
-        const auto& [first, second, third, fourth] = total.Quantities();
-        sum_ = {*row.Unit, first, second, third, fourth, total.FloorCount()};
+        const auto& [first, second, third, fourth] = sum.Quantities();
+        sum_ = {*row.Unit, first, second, third, fourth, sum.FloorCount()};
         item_ = row.CalItem;
       }
-      return;
+    } else if (IsShown(row)) {
+      AddCells(row, CRowSum(row, details_), kItemRow, row.AttName(), row.AttText(), *row.CalItem);
     }
-    if (!hasAttribute || row.CalItem->empty() || (isLoop && !row.IsMainItem) || !HasVolume(row)) {
-      return;
-    }
-    if (isLoop) {
-      AddCells(row, L"@L", row.LoopName(), *row.CalItem);
-    } else {
-      AddCells(row, L"@CI", row.AttName(), row.AttText(), *row.CalItem);
-    }
+  }
+
+  // Whether an attribute's row shows, and its circuits with it.
+  bool IsShown(const SSpecialRow& row) {
+    return !row.AttName().empty() && !row.AttText().empty() && !row.CalItem->empty() &&
+           HasVolume(row);
   }
 
   // Whether the block has a volume row for the same attribute on the same floor and system code.
@@ -144,14 +151,13 @@ class CBlockRows {
   }
 
   template <class... THead>
-  void AddCells(const SSpecialRow& row, THead&&... head) {
-    const CRowSum sum(row, details_);
+  void AddCells(const SSpecialRow& row, const CRowSum& sum, THead&&... head) {
     const auto& [first, second, third, fourth] = sum.Quantities();
     rows_.AddCells(std::forward<THead>(head)..., *row.Unit, sum.References(), first, second, third,
                    fourth);
   }
 
-  const Candidates& candidates_;
+  const TCandidates& candidates_;
   const std::span<const SDetailSum> details_;
   const std::wstring& totalItem_;
   CCellBlock rows_;
@@ -235,9 +241,9 @@ void CXhlPipeJRBWReport::GetPipeJRBWData(Report::CellArray& rows, const std::wst
   totalItem_ = CReportDataMethod::GetTypeCalItem(type);
   ShowGroups<CReportPipeJRBW, SJRBWLineData, kOrder>(
       rows, requestSpec, requestCondition, level, bySgd,
-      [this](const CReportPipeJRBW& group, const Candidates& candidates,
+      [this](const CReportPipeJRBW& group, const auto& candidates,
              std::span<const SDetailSum> details) -> std::optional<SJRBWLineData> {
-        CBlockRows blockRows(candidates, details, totalItem_);
+        TBlockRows blockRows(candidates, details, totalItem_);
         CCellBlock detail = blockRows.Rows();
         const Report::STypeSumQuantityData& sum = blockRows.Sum();
         if (sum.quantity1 == 0.0) {

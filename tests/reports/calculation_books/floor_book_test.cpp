@@ -329,6 +329,63 @@ TEST_F(FloorBookSysCodes, ThatAreNotThereShowNothing) {
   EXPECT_EQ(With({L"A\\B\\C\\X"}), "none");
 }
 
+TEST_F(FloorBook, ACodeThatGoesOnWhereAnotherEndsStandsAmongItsResults) {
+  CTinyProject project;
+  project.Detail()
+      .Row({.sgd = L"1区", .component = L"a", .sysCode = L"A\\B\\C", .calItem = Length(1)})
+      .Row({.sgd = L"一区", .component = L"c", .sysCode = L"A\\B\\C", .calItem = Length(100)})
+      .Row({.sgd = L"1区", .component = L"b", .sysCode = L"A\\B\\C\\D", .calItem = Length(10)})
+      .Row({.sgd = L"1区", .component = L"e", .sysCode = L"E", .calItem = Length(1000)});
+  Open(project);
+  const auto with = [](const std::wstring& sysCode) {
+    Report::SNewCondition condition;
+    condition.sysCodes = {sysCode};
+    return LastRow(condition);
+  };
+  EXPECT_EQ(LastRow(), "@CI|管道长度|m|111+1000|a$$b$$c$$e$$|1111|0|0|0");
+  EXPECT_EQ(with(L"A"), "@CI|管道长度|m|111|a$$b$$c$$|111|0|0|0");
+  EXPECT_EQ(with(L"A\\B\\C"), "@CI|管道长度|m|111|a$$b$$c$$|111|0|0|0");
+  EXPECT_EQ(with(L"A\\B\\C\\D"), "@CI|管道长度|m|10|b$$|10|0|0|0");
+}
+
+TEST_F(FloorBook, OfAttributesThatDifferInBlanksTheFirstToHaveRowsStays) {
+  CTinyProject project;
+  project.Detail()
+      .Row({.attr = {L"DN 25", L""}, .sysCode = L"A", .calItem = Length(1)})
+      .Row({.attr = {L"DN25", L""}, .sysCode = L"B", .calItem = Length(2)})
+      .Row({.attr = {L"DN9", L""}, .sysCode = L"B", .calItem = Length(3)});
+  Open(project);
+  EXPECT_EQ(Show(),
+            (RowTexts{"@F|1|1", "@Cg|管道\\给水管", "@A|DN 25|", "@CI|管道长度|m|1|c1$$|1|0|0|0",
+                      "@A|DN9|", "@CI|管道长度|m|3|c1$$|3|0|0|0"}));
+  Report::SNewCondition condition;
+  condition.sysCodes = {L"B"};
+  EXPECT_EQ(Show(condition),
+            (RowTexts{"@F|1|1", "@Cg|管道\\给水管", "@A|DN25|", "@CI|管道长度|m|2|c1$$|2|0|0|0",
+                      "@A|DN9|", "@CI|管道长度|m|3|c1$$|3|0|0|0"}));
+}
+
+TEST_F(FloorBook, OneCodeOfSeveralKeepsTheFloorsOfItsOwnResults) {
+  CTinyProject project;
+  project.Detail()
+      .Row({.floor = {L"标准层", L"5"}, .component = L"a", .sysCode = L"A", .calItem = Length(1)})
+      .Row({.floor = {L"标准层", L"2,4"},
+            .component = L"b",
+            .sysCode = L"A\\B",
+            .calItem = Length(2)})
+      .Row({.floor = {L"标准层", L"5"},
+            .component = L"d",
+            .sysCode = L"A\\B",
+            .calItem = Length(4)});
+  Open(project);
+  EXPECT_EQ(LastRow(), "@CI|管道长度|m|7|a$$b$$d$$|7|0|0|0");
+  Report::SNewCondition condition;
+  condition.sysCodes = {L"A\\B"};
+  EXPECT_EQ(LastRow(condition), "@CI|管道长度|m|6*3层|b$$d$$|18|0|0|0");
+  condition.sysCodes = {L"A\\B", L"A"};
+  EXPECT_EQ(LastRow(condition), "@CI|管道长度|m|13*3层|b$$d$$a$$b$$d$$|39|0|0|0");
+}
+
 class FloorBookKinds : public FloorBook {
  protected:
   FloorBookKinds() {

@@ -668,6 +668,42 @@ TEST_F(SystemBook, KindsOfEqualSortNumbersFallTogetherUnderTheFirst) {
                                "@CI|管道长度|m|3|p$$g$$|3|0|0|0"}));
 }
 
+TEST_F(SystemBook, KindsOfEqualSortNumbersShareTermsAndCircuitNumbers) {
+  CTinyProject project;
+  project.Detail()
+      .Row({.component = L"p1", .category = {L"管道", L"排水管"}, .calItem = Length(1, L"1")})
+      .Row({.component = L"g1", .category = {L"管道", L"给水管"}, .calItem = Length(10, L"4+6")})
+      .Row({.component = L"g2", .category = {L"管道", L"给水管"}, .calItem = Length(20, L"5")})
+      .Row({.component = L"g2", .category = {L"管道", L"给水管"}, .calItem = Bracket(3)});
+  Open(project);
+  const std::string ofFirst = "@Cg|管道\\排水管";
+  const std::string ofSecond = "@Cg|管道\\给水管";
+  EXPECT_EQ(Show(5), (RowTexts{"@F|1|1", "@S|A\\*A", ofFirst, "@A|DN25|",
+                               "@CI|管道长度|m|11+20|p1$$g1$$$g2$$$|31|0|0|0", "@S|A\\*A", ofSecond,
+                               "@A|DN25|", "@CI|支架|kg|||3|0|0|0", "@S|A\\*A", ofFirst, "@A|DN25|",
+                               "@L|管道长度|m|回路1|1|p1$$|1|0|0|0", "@S|A\\*A", ofSecond,
+                               "@A|DN25|", "@L|管道长度|m|回路2|5|g2$$|20|0|0|0"}));
+  EXPECT_EQ(ShowShort(4),
+            (RowTexts{"@F|1|1", "@S|A\\*A", "@CI|管道长度|m|31|p1$$g1$$g2$$$|31|0|0|0", "@S|A\\*A",
+                      "@CI|支架|kg|||3|0|0|0"}));
+}
+
+TEST_F(SystemBook, KindsOfEqualSortNumbersWhoseSizesRunBothWaysHaveNoOrder) {
+  CTinyProject project;
+  project.Detail()
+      .Row({.attr = {L"DN20", L""}, .calItem = Length(1)})
+      .Row({.attr = {L"DN25", L""}, .calItem = Length(2)})
+      .Row({.category = kValve, .attr = {L"DN20", L""}, .calItem = Pieces(3)})
+      .Row({.category = kValve, .attr = {L"DN25", L""}, .calItem = Pieces(4)});
+  Open(project);
+  // Each valve is put in where its own way of running leads it, past the pipes that run down.
+  EXPECT_EQ(Show(1),
+            (RowTexts{"@F|1|1", "@Cg|附件\\阀门", "@A|DN20|", "@CI|构件数量|个|3|c1$$|3|0|0|0",
+                      "@Cg|附件\\阀门", "@A|DN25|", "@CI|构件数量|个|4|c1$$|4|0|0|0",
+                      "@Cg|管道\\给水管", "@A|DN25|", "@CI|管道长度|m|2|c1$$|2|0|0|0",
+                      "@Cg|管道\\给水管", "@A|DN20|", "@CI|管道长度|m|1|c1$$|1|0|0|0"}));
+}
+
 TEST_F(SystemBook, ItemsOfOneNarrowNameFallTogetherUnderTheFirstWhateverTheirUnits) {
   CTinyProject project;
   project.Detail()

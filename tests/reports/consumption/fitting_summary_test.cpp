@@ -326,6 +326,23 @@ TEST_F(FittingSummary, MergesKindsOfOneCategoryWhateverTheirNumbers) {
                               "@A|DN25 沟槽连接", "@CI|管件|弯头|个|2|c2$$c1$$"}));
 }
 
+TEST_F(FittingSummary, MergesKindsOfACategoryThatIsApartFromTheOthers) {
+  CTinyProject project;
+  project.KindSort(kWater, L"管道\\给水管", 2)
+      .KindSort(kWater, L"附件\\水表", 1)
+      .KindSort(kWater, L"管道\\排水管", 3);
+  project.Pj()
+      .Row({.sgd = L"一区", .component = L"c1", .calItem = Bend()})
+      .Row({.component = L"c2", .category = {L"管道", L"排水管"}, .calItem = Bend()})
+      .Row({.sgd = L"二区", .floor = {L"2,5", L"2,5"}, .component = L"c3", .calItem = Bend()})
+      .Row({.component = L"c4", .category = {L"附件", L"水表"}, .calItem = Bend()});
+  Open(project);
+  EXPECT_EQ(PjRows(0), (Lines{"@Cg|附件", "@A|DN25 沟槽连接", "@CI|管件|弯头|个|1|c4$$", "@Cg|管道",
+                              "@A|DN25 沟槽连接", "@CI|管件|弯头|个|6|c2$$c1$$c3$$"}));
+  ShowSections({L"二区"}, true);
+  EXPECT_EQ(PjRows(0), (Lines{"@Cg|管道", "@A|DN25 沟槽连接", "@CI|管件|弯头|个|4|c3$$"}));
+}
+
 TEST_F(FittingSummary, MergesCategoriesOfOneSortNumber) {
   CTinyProject project;
   project.KindSort(kWater, L"管道\\给水管", 1).KindSort(kWater, L"附件\\水表", 1);

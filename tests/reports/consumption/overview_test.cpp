@@ -217,6 +217,42 @@ TEST_F(Overview, DropsTheSecondAttributeThatComparesEqual) {
   EXPECT_EQ(GlRows(), (Lines{"@A|DN 25|m|2"}));
 }
 
+TEST_F(Overview, ShowsTheSecondOfEqualAttributesWhereTheFirstHasNoRow) {
+  CTinyProject project;
+  project.Gl()
+      .Row({.floor = {L"2", L"2"}, .attr = {L"DN 25", L""}, .calItem = Length(2)})
+      .Row({.attr = {L"DN25", L""}, .calItem = Length(1)});
+  Open(project);
+  EXPECT_EQ(GlRows(), (Lines{"@A|DN 25|m|2"}));
+  EXPECT_EQ(RowsOfFloors({{L"1", L"1"}}), (Lines{"@A|DN25|m|1"}));
+}
+
+TEST_F(Overview, ShowsTheSecondOfEqualGroupsWhereTheFirstHasNoRow) {
+  CTinyProject project;
+  // The code page lacks both letters.
+  project.Gl()
+      .Row({.category = {L"附件", L"\u0E02"}, .attr = {L"second", L""}, .calItem = Pieces(1)})
+      .Row({.floor = {L"2", L"2"},
+            .category = {L"附件", L"\u0E01"},
+            .attr = {L"first", L""},
+            .calItem = Pieces(2)});
+  Open(project);
+  EXPECT_EQ(GlRows(), (Lines{"@A|first|个|2"}));
+  EXPECT_EQ(RowsOfFloors({{L"1", L"1"}}), (Lines{"@A|second|个|1"}));
+}
+
+TEST_F(Overview, TreatsSizesOfOneValueAsTheOrderedSetDoes) {
+  CTinyProject project;
+  project.Gl()
+      .Row({.attr = {L"DN1", L""}, .calItem = Length(1)})
+      .Row({.attr = {L"DN1.0", L""}, .calItem = Length(2)});
+  Open(project);
+  // Downwards neither goes before the other, upwards each does.
+  EXPECT_EQ(GlRows(), (Lines{"@A|DN1|m|1"}));
+  CResultConfig::Instance()->SetLineSortDowm(false);
+  EXPECT_EQ(GlRows(), (Lines{"@A|DN1.0|m|2", "@A|DN1|m|1"}));
+}
+
 // Paths that are no pair of category and kind.
 
 TEST_F(Overview, SkipsAGroupWhosePathHasMoreThanTwoParts) {
@@ -503,6 +539,22 @@ TEST_F(Overview, AnswersTheSameAfterAnotherRequest) {
   const Lines all = GlRows();
   RowsOfFloors({{L"4", L"3,7"}});
   EXPECT_EQ(GlRows(), all);
+}
+
+TEST_F(Overview, SelectsOneOfManySystemCodes) {
+  for (const int count : {2, 20}) {
+    CTinyProject project;
+    for (int code = 1; code <= count; ++code) {
+      const std::wstring number = std::to_wstring(code);
+      project.Gl()
+          .Row({.sysCode = L"A" + number + L"\\B\\C", .calItem = Length(code)})
+          .Row({.sysCode = L"A" + number + L"\\B\\D", .calItem = Length(100)});
+    }
+    Open(project);
+    EXPECT_EQ(RowsOfSysCodes({L"A2"}), (Lines{"@A|DN25|m|102"}));
+    EXPECT_EQ(RowsOfSysCodes({L"A2\\B\\C"}), (Lines{"@A|DN25|m|2"}));
+    EXPECT_EQ(RowsOfSysCodes({L"A2\\B", L"A1\\B\\D", L"A", L"B"}), (Lines{"@A|DN25|m|202"}));
+  }
 }
 
 }  // namespace

@@ -452,6 +452,25 @@ TEST_F(SpecialSiblings, CircuitsOfOneKindStandByTheirCountInAll) {
   EXPECT_EQ(Only(InsulationAt(6), "@L"), insulation);
 }
 
+TEST_F(SpecialSiblings, FloorsOfOneGradeMergeAlsoWhereOthersStandBetween) {
+  OpenTwinsOfMainItems({{.component = L"c1", .floor = {L"1", L"1"}, .quantity = 1},
+                        {.component = L"c2", .floor = {L"10", L"10"}, .quantity = 10},
+                        {.component = L"c3", .floor = {L"1F", L"1"}, .quantity = 100},
+                        {.component = L"c4", .floor = {L"1F", L"1,2"}, .quantity = 1000}});
+  EXPECT_EQ(DuctRows(6),
+            (Lines{kDuctHead + "u|2111|0|0|0", "@F|1|1|c1$$c4$$c3$$|u|2101|0|0|0",
+                   "@S|A\\*A|c1$$c4$$c3$$|u|2101|0|0|0",
+                   "@CI|N|" + kDuct + "|展开面积|c1$$c4$$c3$$|u|2101|0|0|0",
+                   // The first circuit of the second floor is dropped: there is one.
+                   "@L|矩形风管回路1|展开面积|c1$$|u|1|0|0|0",
+                   "@L|矩形风管回路2|展开面积|c3$$|u|100|0|0|0", "@F|10|10|c2$$|u|10|0|0|0",
+                   "@S|A\\*A|c2$$|u|10|0|0|0", "@CI|N|" + kDuct + "|展开面积|c2$$|u|10|0|0|0",
+                   "@L|矩形风管回路1|展开面积|c2$$|u|10|0|0|0"}));
+  EXPECT_EQ(Only(InsulationAt(6), "@L"), (Lines{"@L|供水管回路1|管道长度|u|c1$$|1|0|0|0",
+                                                "@L|供水管回路2|管道长度|u|c3$$|100|0|0|0",
+                                                "@L|供水管回路1|管道长度|u|c2$$|10|0|0|0"}));
+}
+
 TEST_F(SpecialSiblings, KindsOfOneNumberRunBackwardsByNameButInInsulationForwards) {
   OpenTwinsOfMainItems({{.component = L"c1", .quantity = 1, .pipeKind = L"a", .ductKind = L"a"},
                         {.component = L"c2", .quantity = 2, .pipeKind = L"b", .ductKind = L"b"},
