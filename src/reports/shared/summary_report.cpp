@@ -14,9 +14,8 @@ class CWholeSums {
  public:
   explicit CWholeSums(EFirstSysCodes firstSysCodes) : firstSysCodes_(firstSysCodes) {}
 
-  // The sum of the floors that are children, and the first codes below them; what lies above floors
-  // has a limited depth.
-  SWholeSum OfFloors(const Report::NodeMap& children, std::vector<SFirstCode>& firstCodes) {
+  // The sum of the floors that are children; what lies above floors has a limited depth.
+  SWholeSum OfFloors(const Report::NodeMap& children) {
     SWholeSum sum;
     std::size_t place = 0;
     for (const auto& child : children.InOrder()) {
@@ -25,7 +24,7 @@ class CWholeSums {
         for (CReportSysCode* sysCode : FirstSysCodesOf(*floor, firstSysCodes_)) {
           SumBelow(*sysCode);
           floor->whole.Add(sysCode->whole);
-          firstCodes.push_back({sysCode->name, sysCode, place});
+          codes_.push_back({sysCode->name, sysCode, place});
         }
         sum.Add(floor->whole);
       } else {
@@ -38,17 +37,20 @@ class CWholeSums {
 
  private:
   void OfNode(IReportDataNode& node) {
-    std::vector<SFirstCode> firstCodes;
-    const SWholeSum whole = OfFloors(node.children, firstCodes);
-    std::stable_sort(firstCodes.begin(), firstCodes.end(),
-                     [](const SFirstCode& a, const SFirstCode& b) { return a.name < b.name; });
+    const SWholeSum whole = OfFloors(node.children);
+    std::sort(codes_.begin(), codes_.end(), [](const SFirstCode& a, const SFirstCode& b) {
+      return a.name != b.name ? a.name < b.name : a.floor < b.floor;
+    });
+    const auto keep = [&](auto& parent) {
+      parent.whole = whole;
+      parent.firstCodes.assign(codes_.begin(), codes_.end());
+    };
     if (auto* item = NodeAs<CReportCalItem>(&node)) {
-      item->whole = whole;
-      item->firstCodes.assign(firstCodes.begin(), firstCodes.end());
+      keep(*item);
     } else if (auto* attribute = NodeAs<CReportAttribute>(&node)) {
-      attribute->whole = whole;
-      attribute->firstCodes.assign(firstCodes.begin(), firstCodes.end());
+      keep(*attribute);
     }
+    codes_.clear();
   }
 
   struct SLevel {
@@ -99,14 +101,14 @@ class CWholeSums {
   }
 
   const EFirstSysCodes firstSysCodes_;
+  std::vector<SFirstCode> codes_;  // of the node whose floors are in hand
   std::vector<SLevel> levels_;
 };
 
 }  // namespace
 
 void CSummaryReport::SumWhole(const SSummaryShape& shape) {
-  std::vector<SFirstCode> none;
-  static_cast<void>(CWholeSums(shape.firstSysCodes).OfFloors(root, none));
+  static_cast<void>(CWholeSums(shape.firstSysCodes).OfFloors(root));
 }
 
 void CSummaryReport::ShowRows(const SSummaryShape& shape, Report::CellArray& rows,
