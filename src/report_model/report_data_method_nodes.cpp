@@ -1,4 +1,5 @@
 // The node look-ups of CReportDataMethod.
+#include <cstddef>
 #include <limits>
 #include <memory>
 #include <utility>
@@ -349,6 +350,25 @@ CReportQdDeItem* CReportDataMethod::GetQdDeItem(Report::NodeMap& children,
       });
 }
 
+namespace {
+
+const CReportSysCode* FindSysCode(const Report::NodeMap& children, const std::wstring& name) {
+  // A few names are compared faster than keys.
+  constexpr std::size_t kFew = 16;
+  if (children.size() > kFew) {
+    return FindChild<CReportSysCode>(children, name);
+  }
+  for (const auto& child : children.InOrder()) {
+    const auto* sysCode = NodeAs<CReportSysCode>(child);
+    if (sysCode != nullptr && sysCode->name == name) {
+      return sysCode;
+    }
+  }
+  return nullptr;
+}
+
+}  // namespace
+
 const CReportSysCode* CReportDataMethod::FindSysCodeItem(const IReportDataNode* node,
                                                          const std::vector<std::wstring>& parts) {
   const CReportSysCode* found = nullptr;
@@ -356,8 +376,7 @@ const CReportSysCode* CReportDataMethod::FindSysCodeItem(const IReportDataNode* 
     if (node == nullptr) {
       return nullptr;
     }
-    const auto at = node->children.find(part);
-    found = at == node->children.end() ? nullptr : NodeAs<CReportSysCode>(at.Node());
+    found = FindSysCode(node->children, part);
     if (found == nullptr) {
       return nullptr;
     }

@@ -48,13 +48,9 @@ class CXhlGlReport::CQuantityWalk {
   CQuantityWalk(const Report::SNewCondition& condition, const CSectionChoice* sections)
       : condition_(condition),
         sections_(sections),
-        below_({}),
+        sysCodes_(condition.sysCodes),
         takesSections_(sections == nullptr || sections->TakesAll()),
-        takesFloors_(takesSections_ && condition.sysCodes.empty() && condition.categories.empty()) {
-    for (const std::wstring& path : condition.sysCodes) {
-      KorString::Split(path, paths_.emplace_back(), L'\\');
-    }
-  }
+        takesFloors_(takesSections_ && sysCodes_.TakesAll() && condition.categories.empty()) {}
 
   /// Whether nothing is left out: the sums kept at the attributes hold.
   bool TakesAll() const { return takesFloors_ && condition_.floors.empty(); }
@@ -117,13 +113,13 @@ class CXhlGlReport::CQuantityWalk {
   void ForEachQuantity(const CReportFloor& floor, const CPickedFloor& picked, TVisit&& visit) {
     ForEachChosenCategory(
         floor.children, condition_.categories, [&](const CReportCategory& category) {
-          ForEachChosenCode(category, [&](const CReportSysCode& sysCode) {
+          sysCodes_.ForEachChosen(category, [&](const CReportSysCode& sysCode) {
             const CReportSysCode& holder = HolderBelow(sysCode);
             if (takesSections_ && !picked.IsOther() && holder.wholeSize == 1 && holder.HasWhole()) {
               visit(holder.whole.quantity);
               return;
             }
-            below_.ForEachBelow(holder, [&](const auto&, const IReportDataNode& child) {
+            sysCodes_.ForEachBelow(holder, [&](const auto&, const IReportDataNode& child) {
               const auto* result = NodeAs<CReportResult>(&child);
               if (result != nullptr && Takes(*result, picked)) {
                 visit(result->Quantity(picked.CountFor(*result)));
@@ -132,36 +128,6 @@ class CXhlGlReport::CQuantityWalk {
             });
           });
         });
-  }
-  template <class TVisit>
-  void ForEachChosenCode(const CReportCategory& category, TVisit&& visit) {
-    if (paths_.empty()) {
-      ForEachChild<CReportSysCode>(category.children, visit);
-      return;
-    }
-    for (const Report::CellArray& path : paths_) {
-      const IReportDataNode* at = &category;
-      for (auto part = path.begin(); at != nullptr && part != path.end(); ++part) {
-        at = FindCode(*at, *part);
-      }
-      if (const auto* sysCode = NodeAs<CReportSysCode>(at)) {
-        visit(*sysCode);
-      }
-    }
-  }
-  // A few names are compared faster than keys.
-  static const CReportSysCode* FindCode(const IReportDataNode& parent, const std::wstring& name) {
-    constexpr std::size_t kFew = 16;
-    if (parent.children.size() > kFew) {
-      return FindChild<CReportSysCode>(parent.children, name);
-    }
-    for (const auto& child : parent.children.InOrder()) {
-      const auto* sysCode = NodeAs<CReportSysCode>(child);
-      if (sysCode != nullptr && sysCode->name == name) {
-        return sysCode;
-      }
-    }
-    return nullptr;
   }
   // Where a system code does nothing but to go on. Results are not looked at: most stand alone, and
   // their holder knows them.
@@ -179,8 +145,7 @@ class CXhlGlReport::CQuantityWalk {
 
   const Report::SNewCondition& condition_;
   const CSectionChoice* sections_;
-  std::vector<Report::CellArray> paths_;  // of the system codes
-  CSysCodeWalk below_;
+  CSysCodeWalk sysCodes_;
   bool takesSections_;
   bool takesFloors_;
 };
@@ -298,7 +263,8 @@ void CXhlGlReport::AddGroup(CCellBlock& rows, const SGroup& group, CQuantityWalk
   const bool largerFirst = group.sortId < 0 && CResultConfig::Instance()->GetLineSortDowm();
   std::set<CAttResultData> blocks;
   int shown = -1;
-  for (const SLine& line : group.isOrdered&& largerFirst ? group.largerFirst : group.smallerFirst) {
+  const bool runsDown = group.isOrdered && largerFirst;
+  for (const SLine& line : runsDown ? group.largerFirst : group.smallerFirst) {
     if (line.place == shown) {
       continue;
     }
