@@ -21,6 +21,12 @@ CCellBlock::CCellBlock(const CCellBlock& other) {
   std::vector<CCellSource> copy;
   for (const SCellRow* row = other.first_; row != nullptr; row = row->next) {
     copy.clear();
+    if (row->chunk == nullptr) {
+      Report::CellArray cells;
+      KeptRows(*row).Write(cells);
+      Append(CCellBlock(cells));
+      continue;
+    }
     for (const SCell& cell : CellsOf(*row)) {
       copy.push_back(cell.begin == kNumber ? CCellSource(cell.number)
                                            : CCellSource::Copied(TextOf(cell)));
@@ -56,6 +62,14 @@ void CCellBlock::AddRow(std::span<const CCellSource> cells) {
   }
   Link(row);
   size_ += cells.size();
+}
+
+void CCellBlock::AddKept(std::unique_ptr<IKeptRows>&& rows) {
+  rows->count = rows->CellCount();
+  if (rows->count > 0) {
+    size_ += rows->count;
+    Link(rows.release());
+  }
 }
 
 void CCellBlock::Append(CCellBlock&& block) {
@@ -124,6 +138,9 @@ std::wstring_view CCellBlock::TextOf(const SCell& cell) {
 }
 
 void CCellBlock::PrefetchTexts(const SCellRow& row) {
+  if (row.chunk == nullptr) {
+    return;
+  }
   for (const SCell& cell : CellsOf(row)) {
     if (cell.begin == kText) {
       Prefetch(cell.text);
@@ -132,6 +149,10 @@ void CCellBlock::PrefetchTexts(const SCellRow& row) {
 }
 
 void CCellBlock::Write(Report::CellArray& out, const SCellRow& row) {
+  if (row.chunk == nullptr) {
+    KeptRows(row).Write(out);
+    return;
+  }
   for (const SCell& cell : CellsOf(row)) {
     if (cell.begin == kNumber) {
       AppendNumber(out.emplace_back(), cell.number);
@@ -144,10 +165,10 @@ void CCellBlock::Write(Report::CellArray& out, const SCellRow& row) {
 void CCellBlock::DropFirst() {
   SCellRow* row = first_;
   first_ = row->next;
-  if (row->chunk == nullptr) {
-    delete static_cast<SKeptText*>(row);
-    return;
-  }
   size_ -= row->count;
-  CRowMemory::GiveBack(row->chunk);
+  if (row->chunk == nullptr) {
+    delete static_cast<IKeptRows*>(row);
+  } else {
+    CRowMemory::GiveBack(row->chunk);
+  }
 }

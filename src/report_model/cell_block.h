@@ -15,16 +15,31 @@
 #include "report_model/report_types.h"
 #include "report_model/row_memory.h"
 
-/// A link of a block: a row of cells, or without a chunk, a kept text.
+/// A link of a block: a row of cells, or without a chunk, an IKeptRows.
 struct SCellRow {
   SCellRow* next = nullptr;
   CRowMemory::SChunk* chunk = nullptr;
-  std::size_t count = 0;
+  std::size_t count = 0;  ///< of cells
 };
 
-/// A text for the slices of many rows. It may be written later than they are added, but before the
-/// block is.
-struct SKeptText : SCellRow {
+/// Rows that lie elsewhere, and are written from there.
+class IKeptRows : public SCellRow {
+ public:
+  IKeptRows() = default;
+  virtual ~IKeptRows() = default;
+  IKeptRows(const IKeptRows&) = delete;
+  IKeptRows& operator=(const IKeptRows&) = delete;
+
+  virtual std::size_t CellCount() const = 0;
+  /// Appends that many cells to `out`.
+  virtual void Write(Report::CellArray& out) const = 0;
+};
+
+/// No rows, but a text for the slices of many. It may be written later than these are added, but
+/// before the block is.
+struct SKeptText final : IKeptRows {
+  std::size_t CellCount() const override { return 0; }
+  void Write(Report::CellArray& /*out*/) const override {}
   std::wstring text;
 };
 
@@ -104,6 +119,8 @@ class TALLY_API CCellBlock {
 
   /// Keeps the text that the rows so far show slices of. REQUIRES: there are rows.
   void Keep(std::unique_ptr<SKeptText>&& text) { Link(text.release()); }
+  /// Appends rows that lie elsewhere; no cells, no row.
+  void AddKept(std::unique_ptr<IKeptRows>&& rows);
 
   /// Moves all of `block` behind this one's cells; `block` is empty afterwards.
   void Append(CCellBlock&& block);
@@ -132,6 +149,9 @@ class TALLY_API CCellBlock {
   static SCell CellOf(const CCellSource& source);
   static std::span<const SCell> CellsOf(const SCellRow& row);
   static std::wstring_view TextOf(const SCell& cell);
+  static const IKeptRows& KeptRows(const SCellRow& row) {
+    return static_cast<const IKeptRows&>(row);
+  }
   static void PrefetchTexts(const SCellRow& row);
   static void Write(Report::CellArray& out, const SCellRow& row);
   void Link(SCellRow* row) {

@@ -120,14 +120,7 @@ struct SWholeSum {
   }
 };
 
-class CReportSysCode;
-
-/// A first system code that the summaries walk below the floors of a node.
-struct SFirstCode {
-  std::wstring_view name;
-  CReportSysCode* node = nullptr;
-  std::size_t floor = 0;  ///< place of its floor among the node's children
-};
+class CSummaryRows;
 
 /// One result of the detail set in the paint, duct and insulation tables.
 struct SDetailSum {
@@ -182,7 +175,8 @@ struct SDetailSums {
   std::wstring text;
 };
 
-/// Some of the entries of SDetailSums or CSystemBookItems that stand side by side.
+/// Some of the entries of SDetailSums or CSystemBookItems, or of the rows of CSummaryRows, that
+/// stand side by side.
 struct SDetailItems {
   std::size_t first = 0;
   std::size_t last = 0;  ///< behind the last one
@@ -220,7 +214,8 @@ class CReportFloor final : public TReportDataNode<ENodeKind::Floor> {
   std::wstring name;
   SFloorGrade grade;  ///< of the name
   SWholeSum whole;
-  SDetailItems items;  ///< that lie below, in the paint, duct and insulation tables
+  /// That lie below, in the paint, duct and insulation tables. In the summaries, its rows.
+  SDetailItems items;
   std::shared_ptr<const SFloorFigures> figures;  ///< in the floor calculation book
 };
 
@@ -277,8 +272,9 @@ class CReportAttribute final : public TReportDataNode<ENodeKind::Attribute> {
   /// What rows of this attribute are sorted by; made at the fold, shared by nodes of one record.
   std::shared_ptr<const SAttSortKey> sortKey;
   SWholeSum whole;
-  std::vector<SFirstCode> firstCodes;  ///< by name, then by floor, in the summaries
-  SAttPlaces places;                   ///< by name in natural order, in the reports that use it
+  /// Of the floors below, in the summaries; made for the first request that shows them.
+  mutable std::shared_ptr<const CSummaryRows> rows;
+  SAttPlaces places;  ///< by name in natural order, in the reports that use it
 };
 
 /// One level of a system code. Filed under `name`; GetKey is the sort number.
@@ -286,8 +282,7 @@ class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
  public:
   std::wstring GetKey() const override;
   CNodeKey GetFiledKey() const override { return {name}; }
-  bool hasSysCodes = false;  ///< below it, in the summaries
-  int sortId = 0;            ///< CTallyDataMng::GetSysCodeSortId at the fold
+  int sortId = 0;  ///< CTallyDataMng::GetSysCodeSortId at the fold
   // The texts belong to the store.
   std::wstring_view name;      ///< of this level alone
   std::wstring_view fullName;  ///< path from the first level, joined by "\"
@@ -300,10 +295,6 @@ class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
   /// Whether `whole` counts all that lies below.
   bool HasWhole() const { return wholeSize > 0 && wholeSize == children.size(); }
 
-  /// The references of all that lies below, in the summaries: a view of the text that the first
-  /// code keeps. Joined for the first request that shows them.
-  std::wstring_view references;
-  std::unique_ptr<const std::wstring> keptReferences;
   SDetailItems items;  ///< that lie below: paint, duct and insulation tables, system book
 };
 
@@ -317,7 +308,8 @@ class CReportCalItem final : public TReportDataNode<ENodeKind::CalItem> {
   std::wstring text3;
   std::wstring text4;
   SWholeSum whole;
-  std::vector<SFirstCode> firstCodes;  ///< by name, then by floor, in the summaries
+  /// Of the floors below, in the summaries; made for the first request that shows them.
+  mutable std::shared_ptr<const CSummaryRows> rows;
 };
 
 /// Fitting. Filed under `text1` + "@" + `name`, unlike GetKey.
@@ -377,7 +369,7 @@ class CReportResult final : public TReportDataNode<ENodeKind::Result>, public SR
     return static_cast<double>(components.size()) * quantity * static_cast<double>(floors);
   }
   double quantity = 0;  ///< of one component
-  /// Characters of its part of its first system code's references, in the summaries.
+  /// Characters of its part of the references, in the fitting summary.
   std::uint32_t referencesSize = 0;
   bool isFitting = false;
 };

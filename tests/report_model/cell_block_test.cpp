@@ -83,4 +83,46 @@ TEST(CellBlock, ShowsSlicesOfATextThatIsWrittenLater) {
   EXPECT_EQ(copy.Cells(), cells);
 }
 
+class CTwoCells final : public IKeptRows {
+ public:
+  CTwoCells(const std::wstring& second, bool isShown) : second_(second), isShown_(isShown) {}
+  std::size_t CellCount() const override { return isShown_ ? 2 : 0; }
+  void Write(CellArray& out) const override {
+    out.emplace_back(L"@F");
+    out.push_back(second_);
+  }
+
+ private:
+  const std::wstring& second_;
+  bool isShown_;
+};
+
+TEST(CellBlock, WritesRowsThatLieElsewhere) {
+  std::wstring seen = L"1";
+  CCellBlock block;
+  block.AddCells(L"@A");
+  block.AddKept(std::make_unique<CTwoCells>(seen, true));
+  block.AddCells(L"@B");
+  block.AddKept(std::make_unique<CTwoCells>(seen, true));
+  EXPECT_EQ(block.Size(), 6U);
+  const CCellBlock copy = block;
+  seen = L"2";
+  const CellArray cells{L"@A", L"@F", L"2", L"@B", L"@F", L"2"};
+  EXPECT_EQ(block.Cells(), cells);
+  CellArray written;
+  block.MoveTo(written);
+  EXPECT_EQ(written, cells);
+  EXPECT_TRUE(block.Empty());
+  EXPECT_EQ(block.Size(), 0U);
+  EXPECT_EQ(copy.Cells(), (CellArray{L"@A", L"@F", L"1", L"@B", L"@F", L"1"}));
+}
+
+TEST(CellBlock, StaysEmptyByRowsElsewhereWithoutCells) {
+  const std::wstring seen = L"1";
+  CCellBlock block;
+  block.AddKept(std::make_unique<CTwoCells>(seen, false));
+  EXPECT_TRUE(block.Empty());
+  EXPECT_EQ(block.Size(), 0U);
+}
+
 }  // namespace

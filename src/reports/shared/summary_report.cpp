@@ -17,20 +17,17 @@ class CWholeSums {
   // The sum of the floors that are children; what lies above floors has a limited depth.
   SWholeSum OfFloors(const Report::NodeMap& children) {
     SWholeSum sum;
-    std::size_t place = 0;
     for (const auto& child : children.InOrder()) {
       if (auto* floor = NodeAs<CReportFloor>(child.get())) {
         floor->whole = SWholeSum();
         for (CReportSysCode* sysCode : FirstSysCodesOf(*floor, firstSysCodes_)) {
           SumBelow(*sysCode);
           floor->whole.Add(sysCode->whole);
-          codes_.push_back({sysCode->name, sysCode, place});
         }
         sum.Add(floor->whole);
       } else {
         OfNode(*child);
       }
-      ++place;
     }
     return sum;
   }
@@ -38,19 +35,11 @@ class CWholeSums {
  private:
   void OfNode(IReportDataNode& node) {
     const SWholeSum whole = OfFloors(node.children);
-    std::sort(codes_.begin(), codes_.end(), [](const SFirstCode& a, const SFirstCode& b) {
-      return a.name != b.name ? a.name < b.name : a.floor < b.floor;
-    });
-    const auto keep = [&](auto& parent) {
-      parent.whole = whole;
-      parent.firstCodes.assign(codes_.begin(), codes_.end());
-    };
     if (auto* item = NodeAs<CReportCalItem>(&node)) {
-      keep(*item);
+      item->whole = whole;
     } else if (auto* attribute = NodeAs<CReportAttribute>(&node)) {
-      keep(*attribute);
+      attribute->whole = whole;
     }
-    codes_.clear();
   }
 
   struct SLevel {
@@ -78,7 +67,6 @@ class CWholeSums {
       IReportDataNode* child = level.next->get();
       ++level.next;
       if (auto* sysCode = NodeAs<CReportSysCode>(child)) {
-        level.node->hasSysCodes = true;
         if (sysCode->HasWhole()) {
           level.sum.Add(sysCode->whole);
         } else {
@@ -101,7 +89,6 @@ class CWholeSums {
   }
 
   const EFirstSysCodes firstSysCodes_;
-  std::vector<SFirstCode> codes_;  // of the node whose floors are in hand
   std::vector<SLevel> levels_;
 };
 

@@ -1,62 +1,39 @@
 #include "reports/shared/summary_walk.h"
 
 #include <algorithm>
-#include <array>
+#include <memory>
 #include <utility>
 
-#include "platform/text_numbers.h"
-#include "report_model/formula_text.h"
 #include "report_model/report_data_method.h"
 #include "reports/shared/node_choice.h"
 
 namespace {
 
-constexpr std::array kSysCodeMarkers{L"@S1", L"@S2", L"@S3"};
-static_assert(kSysCodeMarkers.size() == SYSCODE_LEVEL_COUNT);
-
-// Sorts by sort number, equal ones as they stand, unless that is their order already.
-template <class TNode>
-void SortByNumber(std::vector<TNode*>& sysCodes) {
-  const auto isLess = [](const TNode* a, const TNode* b) { return a->sortId < b->sortId; };
-  if (!std::is_sorted(sysCodes.begin(), sysCodes.end(), isLess)) {
-    std::stable_sort(sysCodes.begin(), sysCodes.end(), isLess);
-  }
-}
-
-bool HaveOneNumber(const CReportSysCode* a, const CReportSysCode* b) {
-  return a->sortId == b->sortId;
+auto AddingTo(CCellBlock& block) {
+  return [&block](auto&&... cells) { block.AddCells(std::forward<decltype(cells)>(cells)...); };
 }
 
 }  // namespace
-
-std::vector<CReportSysCode*> FirstSysCodesOf(const CReportFloor& node, EFirstSysCodes choice) {
-  std::vector<CReportSysCode*> sysCodes;
-  sysCodes.reserve(node.children.size());
-  for (const auto& child : node.children.InOrder()) {
-    if (auto* sysCode = NodeAs<CReportSysCode>(child.get())) {
-      sysCodes.push_back(sysCode);
-    }
-  }
-  if (choice == EFirstSysCodes::BySortNumber) {
-    SortByNumber(sysCodes);
-    // Of each run of equal numbers the last one, the greatest name, stays.
-    const auto first = std::unique(sysCodes.rbegin(), sysCodes.rend(), HaveOneNumber);
-    sysCodes.erase(sysCodes.begin(), first.base());
-  }
-  return sysCodes;
-}
 
 bool CSummaryWalk::AddFloors(double& sum, CCellBlock& out, const SFloorParent& parent,
                              std::wstring_view unit, int level) {
   unit_ = unit;
   SetLevel(level);
   const std::vector<Report::SFloorPair>& floors = request_.condition.floors;
-  if (takesWholeFloors_ && floors.empty() && !shape_.floorRow.Holds(level_)) {
+  if (takesWholeFloors_ && floors.empty() && (Opens(0) || !ShowsFloors())) {
+    if (Opens(0) && parent.whole.counted) {
+      const CSummaryRows& rows = WholeRows(parent);
+      rows.AddTo(out, rows.Whole(), Open(), unit_);
+    }
     sum += parent.whole.quantity;
     return parent.whole.counted;
   }
   bool counted = false;
   if (floors.empty() && !request_.sysCodes.empty()) {
+    const CSummaryRows& rows = WholeRows(parent);
+    if (sections_.TakesAll() && rows.HoldsAll()) {
+      return rows.AddChosenTo(out, sum, request_.sysCodes, Open(), unit_);
+    }
     counted = AddFloorsByCode(sum, parent);
   } else {
     ForEachChosenFloor<EPairKey::DrawingFloor>(
@@ -64,9 +41,8 @@ bool CSummaryWalk::AddFloors(double& sum, CCellBlock& out, const SFloorParent& p
         [&](const CReportFloor& node, const CPickedFloor& picked, const std::wstring& drawingFloor,
             const std::wstring& floor) {
           const bool needsCodes = !takesWholeFloors_ || picked.IsOther();
-          counted |=
-              AddFloor(sum, {node, picked, drawingFloor, floor,
-                             needsCodes ? ChosenSysCodes(node) : std::vector<CReportSysCode*>()});
+          counted |= AddFloor(sum, {parent, node, picked, drawingFloor, floor,
+                                    needsCodes ? ChosenSysCodes(node) : SysCodes()});
         });
   }
   floorBlocks_.MoveTo(out);
@@ -76,36 +52,17 @@ bool CSummaryWalk::AddFloors(double& sum, CCellBlock& out, const SFloorParent& p
 // The floors that have first system codes which the filter takes. These are looked up, so that the
 // others cost nothing.
 bool CSummaryWalk::AddFloorsByCode(double& sum, const SFloorParent& parent) {
-  struct SByName {
-    bool operator()(const SFirstCode& a, const std::wstring& b) const { return a.name < b; }
-    bool operator()(const std::wstring& a, const SFirstCode& b) const { return a < b.name; }
-  };
   chosenCodes_.clear();
-  for (const std::wstring& name : request_.sysCodes.front()) {
-    const auto [first, last] =
-        std::equal_range(parent.firstCodes.begin(), parent.firstCodes.end(), name, SByName());
-    for (auto at = first; at != last; ++at) {
-      chosenCodes_.push_back(&*at);
-    }
-  }
-  // Those of one name stand by floor already.
-  if (request_.sysCodes.front().size() > 1) {
-    const bool byNumber = shape_.firstSysCodes == EFirstSysCodes::BySortNumber;
-    std::stable_sort(chosenCodes_.begin(), chosenCodes_.end(),
-                     [byNumber](const SFirstCode* a, const SFirstCode* b) {
-                       return a->floor != b->floor ? a->floor < b->floor
-                                                   : byNumber && a->node->sortId < b->node->sortId;
-                     });
-  }
+  WholeRows(parent).Choose(chosenCodes_, request_.sysCodes.front());
   bool counted = false;
-  std::vector<CReportSysCode*>& sysCodes = sysCodesOfFloor_;
+  SysCodes sysCodes;
   for (std::size_t i = 0; i < chosenCodes_.size();) {
-    const std::size_t place = chosenCodes_[i]->floor;
-    for (sysCodes.clear(); i < chosenCodes_.size() && chosenCodes_[i]->floor == place; ++i) {
-      sysCodes.push_back(chosenCodes_[i]->node);
+    const std::size_t place = chosenCodes_[i].floor;
+    for (sysCodes.clear(); i < chosenCodes_.size() && chosenCodes_[i].floor == place; ++i) {
+      sysCodes.push_back(chosenCodes_[i].node);
     }
     if (const auto* node = NodeAs<CReportFloor>(parent.children.InOrder()[place])) {
-      counted |= AddFloor(sum, {*node, CPickedFloor(), node->name, node->name, sysCodes});
+      counted |= AddFloor(sum, {parent, *node, CPickedFloor(), node->name, node->name, sysCodes});
     }
   }
   return counted;
@@ -113,21 +70,19 @@ bool CSummaryWalk::AddFloorsByCode(double& sum, const SFloorParent& parent) {
 
 void CSummaryWalk::SetLevel(int level) {
   level_ = level;
-  const bool takesAll = sections_.TakesAll();
-  takesWholeFloors_ = takesAll && request_.sysCodes.empty() && level < shape_.firstSysCodeLevel;
-  takesWholeCodes_ = takesAll && request_.sysCodes.size() <= 1;
+  takesWholeFloors_ = sections_.TakesAll() && request_.sysCodes.empty();
 }
 
 // Whether system codes at `depth` show rows.
 bool CSummaryWalk::Opens(std::size_t depth) const {
-  return depth < kSysCodeMarkers.size() &&
+  return depth < SYSCODE_LEVEL_COUNT &&
          static_cast<long long>(depth) + shape_.firstSysCodeLevel <= static_cast<long long>(level_);
 }
 
 namespace {
 
 // Lines show expressions, which lie in the result set far apart.
-void PrefetchExpressions(const std::vector<CReportSysCode*>& sysCodes) {
+void PrefetchExpressions(const std::vector<const CReportSysCode*>& sysCodes) {
   CSysCodeWalk walk({});
   for (const CReportSysCode* sysCode : sysCodes) {
     walk.ForEachBelow(*sysCode, [](const CReportSysCode&, const IReportDataNode& child) {
@@ -144,33 +99,23 @@ void PrefetchExpressions(const std::vector<CReportSysCode*>& sysCodes) {
 // Puts the floor's block, if it has rows.
 bool CSummaryWalk::AddFloor(double& sum, const SFloorStep& step) {
   const CReportFloor& node = step.node;
-  const bool isWhole = takesWholeCodes_ && !step.picked.IsOther();
-  SWholeSum local;
+  const bool isWhole = takesWholeFloors_ && !step.picked.IsOther();
   CCellBlock partRows;
-  if (isWhole && takesWholeFloors_) {
-    local = node.whole;
-  } else if (isWhole) {
-    for (const CReportSysCode* sysCode : step.sysCodes) {
-      local.Add(sysCode->whole);
-    }
-  } else {
-    local = AddParts(partRows, step.sysCodes, step.picked);
-  }
+  const SWholeSum local = isWhole ? node.whole : AddParts(partRows, step.sysCodes, step.picked);
   if (!local.counted) {
     return false;
   }
   sum += local.quantity;
   CCellBlock block;
-  if (shape_.floorRow.Holds(level_)) {
+  if (ShowsFloors()) {
     const bool showsDrawing = shape_.floorCell == EFloorCell::DrawingFloor;
-    block.AddCells(L"@F", node.name, showsDrawing ? step.drawingFloor : step.floor, unit_,
-                   local.quantity);
+    FloorCells(AddingTo(block), node.name, showsDrawing ? step.drawingFloor : step.floor, unit_,
+               local.quantity);
   }
   if (isWhole && Opens(0)) {
-    for (CReportSysCode* sysCode : step.sysCodes) {
-      KeepReferences(*sysCode, shape_.chainMark);
-      AddWholeRows(block, *sysCode, 0);
-    }
+    CSummaryRows::SOpen open = Open();
+    open.floors = false;
+    WholeRows(step.parent).AddTo(block, node.items, open, unit_);
   }
   block.Append(std::move(partRows));
   if (!block.Empty()) {
@@ -184,61 +129,34 @@ bool CSummaryWalk::MayEnter(const CReportSysCode& node, std::size_t depth) const
 }
 
 // The first system codes that the filter takes. It chooses among those that sort numbers have left.
-std::vector<CReportSysCode*> CSummaryWalk::ChosenSysCodes(const CReportFloor& node) const {
-  std::vector<CReportSysCode*> sysCodes = FirstSysCodesOf(node, shape_.firstSysCodes);
-  std::erase_if(sysCodes, [this](const CReportSysCode* each) { return !MayEnter(*each, 0); });
-  return sysCodes;
+CSummaryWalk::SysCodes CSummaryWalk::ChosenSysCodes(const CReportFloor& node) const {
+  SysCodes chosen;
+  for (const CReportSysCode* each : FirstSysCodesOf(node, shape_.firstSysCodes)) {
+    if (MayEnter(*each, 0)) {
+      chosen.push_back(each);
+    }
+  }
+  return chosen;
 }
 
-// Where nothing below a first system code is left out, the fold knows its sums, and its rows can be
-// written in their order.
-void CSummaryWalk::AddWholeRows(CCellBlock& out, const CReportSysCode& node, std::size_t depth) {
-  if (!node.whole.counted) {
-    return;
+const CSummaryRows& CSummaryWalk::WholeRows(const SFloorParent& parent) const {
+  if (parent.rows == nullptr) {
+    parent.rows = std::make_shared<const CSummaryRows>(parent.children, shape_.firstSysCodes,
+                                                       shape_.chainMark);
   }
-  AddSysCodeRow(out, node, depth, node.whole.quantity, node.references);
-  if (node.hasSysCodes && Opens(depth + 1)) {
-    std::vector<const CReportSysCode*>& below = below_[depth];
-    below.clear();
-    ForEachChild<CReportSysCode>(node.children, [&below](const CReportSysCode& child) {
-      if (child.whole.counted) {
-        below.push_back(&child);
-      }
-    });
-    SortByNumber(below);
-    below.erase(std::unique(below.begin(), below.end(), HaveOneNumber), below.end());
-    for (const CReportSysCode* child : below) {
-      AddWholeRows(out, *child, depth + 1);
-    }
-  }
-  if (level_ == shape_.lineLevel) {
-    AddWholeLines(out, node);
-  }
+  return *parent.rows;
 }
 
-void CSummaryWalk::AddWholeLines(CCellBlock& out, const CReportSysCode& node) {
-  constexpr std::size_t kAhead = 4;
-  const auto& children = node.children.InOrder();
-  std::size_t begin = 0;
-  int number = 1;
-  for (std::size_t i = 0; i < children.size(); ++i) {
-    if (const auto* ahead =
-            i + kAhead < children.size() ? NodeAs<CReportResult>(children[i + kAhead]) : nullptr) {
-      Prefetch(ahead->expression.data());
-    }
-    if (const auto* result = NodeAs<CReportResult>(children[i])) {
-      AddLine(out, number, *result, result->Quantity(result->floorCount), result->floorCount,
-              node.references.substr(begin, result->referencesSize));
-      begin += result->referencesSize;
-      ++number;
-    } else if (const auto* sysCode = NodeAs<CReportSysCode>(children[i])) {
-      begin += sysCode->references.size();
-    }
+CSummaryRows::SOpen CSummaryWalk::Open() const {
+  CSummaryRows::SOpen open{ShowsFloors(), 0, level_ == shape_.lineLevel};
+  while (Opens(open.sysCodes)) {
+    ++open.sysCodes;
   }
+  return open;
 }
 
 // The rows of what a filter leaves of the system codes.
-SWholeSum CSummaryWalk::AddParts(CCellBlock& out, const std::vector<CReportSysCode*>& sysCodes,
+SWholeSum CSummaryWalk::AddParts(CCellBlock& out, const SysCodes& sysCodes,
                                  const CPickedFloor& picked) {
   if (Opens(0)) {
     chain_ = std::make_unique<SKeptText>();
@@ -317,15 +235,9 @@ CCellBlock CSummaryWalk::SysCodeRows(SFrame& frame, std::size_t depth) {
 // REQUIRES: Opens.
 void CSummaryWalk::AddSysCodeRow(CCellBlock& out, const CReportSysCode& node, std::size_t depth,
                                  double sum, CCellSource references) {
-  CCellSource title = node.name;
-  if (!node.remark.empty()) {
-    title_ = node.name;
-    title_ += L'(';
-    title_ += node.remark;
-    title_ += L')';
-    title = CCellSource::Copied(title_);
-  }
-  out.AddCells(kSysCodeMarkers[depth], title, unit_, sum, references);
+  title_.clear();
+  AppendTitle(title_, node);
+  SysCodeCells(AddingTo(out), depth, CCellSource::Copied(title_), unit_, sum, references);
 }
 
 bool CSummaryWalk::AddResult(SFrame& frame, const CReportResult& result,
@@ -350,16 +262,9 @@ bool CSummaryWalk::AddResult(SFrame& frame, const CReportResult& result,
 
 void CSummaryWalk::AddLine(CCellBlock& out, int number, const CReportResult& result,
                            double quantity, int floorCount, CCellSource references) {
-  CCellSource formula = result.expression;
-  if (floorCount > 1 || result.components.size() > 1) {
-    formula_.clear();
-    AppendRepeated(formula_, result.expression, static_cast<int>(result.components.size()),
-                   floorCount);
-    formula = CCellSource::Copied(formula_);
-  }
-  circuit_ = L"回路";
-  AppendInt(circuit_, number);
-  out.AddCells(L"@L", CCellSource::Copied(circuit_), formula, unit_, quantity, references);
+  title_.clear();
+  AppendFormula(title_, result, floorCount);
+  LineCells(AddingTo(out), number, CCellSource::Copied(title_), unit_, quantity, references);
 }
 
 CCellSource CSummaryWalk::ChainFrom(std::size_t begin) const {

@@ -2,7 +2,6 @@
 #ifndef TALLY_REPORTS_SHARED_SUMMARY_WALK_H_
 #define TALLY_REPORTS_SHARED_SUMMARY_WALK_H_
 
-#include <array>
 #include <cstddef>
 #include <functional>
 #include <limits>
@@ -16,17 +15,14 @@
 #include "report_model/report_data_node.h"
 #include "report_model/report_types.h"
 #include "report_model/row_results.h"
+#include "reports/shared/first_sys_codes.h"
 #include "reports/shared/floor_blocks.h"
 #include "reports/shared/level_test.h"
 #include "reports/shared/picked_floor.h"
 #include "reports/shared/section_choice.h"
-#include "reports/shared/summary_references.h"
+#include "reports/shared/summary_cells.h"
+#include "reports/shared/summary_rows.h"
 
-/// Which of a floor's system codes are walked, and in which order.
-enum class EFirstSysCodes {
-  BySortNumber,  ///< by sort number; of equal ones the last in key order alone
-  AllByKey,      ///< all, in key order
-};
 /// The second cell of a floor row.
 enum class EFloorCell { SelectedFloor, DrawingFloor };
 
@@ -42,9 +38,6 @@ struct SSummaryShape {
   EFloorCell floorCell = EFloorCell::SelectedFloor;
 };
 
-/// The system codes of a floor as the walk takes them.
-std::vector<CReportSysCode*> FirstSysCodesOf(const CReportFloor& node, EFirstSysCodes choice);
-
 /// What a request asks for; `sysCodes` are the names allowed at each system code level.
 struct SSummaryRequest {
   const std::wstring& spec;
@@ -57,11 +50,11 @@ struct SSummaryRequest {
 struct SFloorParent {
   template <class TNode>
   explicit SFloorParent(const TNode& node)
-      : children(node.children), whole(node.whole), firstCodes(node.firstCodes) {}
+      : children(node.children), whole(node.whole), rows(node.rows) {}
 
   const Report::NodeMap& children;
   const SWholeSum& whole;
-  const std::vector<SFirstCode>& firstCodes;
+  std::shared_ptr<const CSummaryRows>& rows;
 };
 
 /// Walks the nodes of one pass. Sums rise from the results in the tree's order while each
@@ -95,25 +88,28 @@ class CSummaryWalk {
     bool counted = false;
   };
 
-  // A floor, the texts of the filter's pair, and the first system codes to walk.
+  using SysCodes = std::vector<const CReportSysCode*>;
+
+  // A floor, the texts of the filter's pair, and the first system codes to walk, if not all.
   struct SFloorStep {
+    const SFloorParent& parent;
     const CReportFloor& node;
     const CPickedFloor& picked;
     const std::wstring& drawingFloor;
     const std::wstring& floor;
-    const std::vector<CReportSysCode*>& sysCodes;
+    const SysCodes& sysCodes;
   };
 
   bool AddFloor(double& sum, const SFloorStep& step);
   bool AddFloorsByCode(double& sum, const SFloorParent& parent);
-  SWholeSum AddParts(CCellBlock& out, const std::vector<CReportSysCode*>& sysCodes,
-                     const CPickedFloor& picked);
+  SWholeSum AddParts(CCellBlock& out, const SysCodes& sysCodes, const CPickedFloor& picked);
   bool AddSysCode(double& sum, CCellBlock& out, const CReportSysCode& first,
                   const CPickedFloor& picked);
   void SetLevel(int level);
   bool Opens(std::size_t depth) const;
+  bool ShowsFloors() const { return shape_.floorRow.Holds(level_); }
   bool MayEnter(const CReportSysCode& node, std::size_t depth) const;
-  std::vector<CReportSysCode*> ChosenSysCodes(const CReportFloor& node) const;
+  SysCodes ChosenSysCodes(const CReportFloor& node) const;
   void Enter(const CReportSysCode& node, bool isOther);
   bool AddResult(SFrame& frame, const CReportResult& result, const CPickedFloor& picked);
   void AddLine(CCellBlock& out, int number, const CReportResult& result, double quantity,
@@ -121,28 +117,20 @@ class CSummaryWalk {
   void AddSysCodeRow(CCellBlock& out, const CReportSysCode& node, std::size_t depth, double sum,
                      CCellSource references);
   CCellBlock SysCodeRows(SFrame& frame, std::size_t depth);
-  void AddWholeRows(CCellBlock& out, const CReportSysCode& node, std::size_t depth);
-  void AddWholeLines(CCellBlock& out, const CReportSysCode& node);
+  const CSummaryRows& WholeRows(const SFloorParent& parent) const;
+  CSummaryRows::SOpen Open() const;
   CCellSource ChainFrom(std::size_t begin) const;
   void FinishChain(CCellBlock& rows);
 
   const SSummaryShape& shape_;
   const SSummaryRequest& request_;
   const CSectionChoice& sections_;
-  std::wstring_view unit_;  // of the item in hand: every sum below it has this unit
-  int level_ = 0;           // of the item in hand
-  // Nothing below a floor is shown or left out, or nothing below a first system code is left out.
-  bool takesWholeFloors_ = false;
-  bool takesWholeCodes_ = false;
+  std::wstring_view unit_;         // of the item in hand: every sum below it has this unit
+  int level_ = 0;                  // of the item in hand
+  bool takesWholeFloors_ = false;  // nothing below a floor is left out
   CFloorBlocks floorBlocks_;
-  std::vector<const SFirstCode*> chosenCodes_;
-  std::vector<CReportSysCode*> sysCodesOfFloor_;
-  // The codes below the whole one in hand, for each depth.
-  std::array<std::vector<const CReportSysCode*>, SYSCODE_LEVEL_COUNT> below_;
-  // Texts of a row in the making.
-  std::wstring title_;
-  std::wstring circuit_;
-  std::wstring formula_;
+  std::vector<CSummaryRows::SPlacedCode> chosenCodes_;
+  std::wstring title_;  // of a row in the making
   std::vector<SFrame> frames_;
   // The references of the results counted so far below the floor in hand: their text is written
   // when the floor is done.

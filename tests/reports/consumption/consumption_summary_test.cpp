@@ -891,6 +891,80 @@ TEST_F(ConsumptionSummarySysCodes, EachLevelIsFilteredByNameWhateverStandsAbove)
   EXPECT_EQ(Codes({L""}, 2), Lines{"@F|1|1|m|15"});
 }
 
+TEST_F(ConsumptionSummarySysCodes, SeveralChosenBelowOneCodeAddUpAsTheTreeStands) {
+  // Rows go by sort number, sums and references by name.
+  CTinyProject project;
+  project.SysCodeSort(kSpec, L"A&Y", 1)
+      .SysCodeSort(kSpec, L"A&X", 2)
+      .SysCodeSort(kSpec, L"A&XX", 3);
+  project.Hz()
+      .Row({.component = L"c1", .sysCode = L"A\\X", .calItem = MainItem(1e16)})
+      .Row({.component = L"c2", .sysCode = L"A\\Y", .calItem = MainItem(-1e16)})
+      .Row({.component = L"c3", .sysCode = L"A\\XX", .calItem = MainItem(1)});
+  Open(project);
+  EXPECT_EQ(
+      Codes({L"A\\X", L"A\\XX", L"A\\Y"}),
+      (Lines{"@F|1|1|m|0", "@S1|A|m|0|c1$$c3$$c2$$", "@S2|Y|m|-1e+16|c2$$", "@S3|*Y|m|-1e+16|c2$$",
+             "@S2|X|m|1e+16|c1$$", "@S3|*X|m|1e+16|c1$$", "@S2|XX|m|1|c3$$", "@S3|*XX|m|1|c3$$"}));
+  EXPECT_EQ(Codes({L"A\\X", L"A\\XX"}, 3), (Lines{"@F|1|1|m|1e+16", "@S1|A|m|1e+16|c1$$c3$$"}));
+}
+
+TEST_F(ConsumptionSummarySysCodes, ChosenOnSeveralFloorsAddUpAsTheTreeStands) {
+  // Rows go by height, sums by the texts: 1, 10, 2.
+  CTinyProject project;
+  project.Hz()
+      .Row({.floor = {L"1", L"1"}, .sysCode = L"A\\X", .calItem = MainItem(1e16)})
+      .Row({.floor = {L"10", L"10"}, .sysCode = L"A\\X", .calItem = MainItem(1)})
+      .Row({.floor = {L"2", L"2"}, .sysCode = L"A\\X", .calItem = MainItem(-1e16)});
+  Open(project);
+  for (const wchar_t* code : {L"A", L"A\\X"}) {
+    Report::SNewCondition condition;
+    condition.sysCodes = {code};
+    EXPECT_EQ(HzRows(2, condition), (Lines{"@Cg|管道\\给水管", "@A|DN25||m|0", "@CI|管道长度|m|0",
+                                           "@F|1|1|m|1e+16", "@F|2|2|m|-1e+16", "@F|10|10|m|1"}));
+  }
+}
+
+TEST_F(ConsumptionSummarySysCodes, ACodeAboveTheLastLevelOfTheFilterKeepsItsOwnResults) {
+  CTinyProject project;
+  project.Hz()
+      .Row({.component = L"c1", .sysCode = L"A", .calItem = MainItem(-0.0)})
+      .Row({.component = L"c2", .sysCode = L"A\\*A\\B", .calItem = MainItem(2)})
+      .Row({.component = L"c3", .sysCode = L"A\\*A\\C", .calItem = MainItem(4)});
+  Open(project);
+  EXPECT_EQ(Codes({L"A\\*A\\B"}),
+            (Lines{"@F|1|1|m|2", "@S1|A|m|2|c2$$c1$$", "@S2|*A|m|2|c2$$c1$$", "@S3|B|m|2|c2$$"}));
+  // A sum begins with a zero that has no sign.
+  EXPECT_EQ(Codes({L"A\\*A\\D"}), (Lines{"@F|1|1|m|0", "@S1|A|m|0|c1$$", "@S2|*A|m|0|c1$$"}));
+}
+
+TEST_F(ConsumptionSummarySysCodes, OfFloorsOfOneHeightTheFirstWithAChosenCodeShows) {
+  CTinyProject project;
+  project.SysCodeSort(kSpec, L"A", 1).SysCodeSort(kSpec, L"B", 2).SysCodeSort(kSpec, L"C", 3);
+  project.Hz()
+      .Row({.floor = {L"1", L"1"}, .component = L"c1", .sysCode = L"A", .calItem = MainItem(1)})
+      .Row({.floor = {L"1a", L"1"}, .component = L"c2", .sysCode = L"B", .calItem = MainItem(2)})
+      .Row({.floor = {L"1", L"1"}, .component = L"c3", .sysCode = L"C", .calItem = MainItem(4)})
+      .Row({.floor = {L"1a", L"1"}, .component = L"c4", .sysCode = L"C", .calItem = MainItem(8)});
+  Open(project);
+  EXPECT_EQ(Codes({L"C"}), (Lines{"@F|1|1|m|4", "@S1|C|m|4|c3$$", "@S2|*C|m|4|c3$$"}));
+  EXPECT_EQ(Codes({L"A"}), (Lines{"@F|1|1|m|1", "@S1|A|m|1|c1$$", "@S2|*A|m|1|c1$$"}));
+  EXPECT_EQ(Codes({L"B"}), (Lines{"@F|1a|1a|m|2", "@S1|B|m|2|c2$$", "@S2|*B|m|2|c2$$"}));
+}
+
+TEST_F(ConsumptionSummarySysCodes, OfCodesWithOneSortNumberTheFirstChosenShows) {
+  CTinyProject project;
+  project.SysCodeSort(kSpec, L"A&X", 1).SysCodeSort(kSpec, L"A&Y", 1);
+  project.Hz()
+      .Row({.component = L"c1", .sysCode = L"A\\X", .calItem = MainItem(1)})
+      .Row({.component = L"c2", .sysCode = L"A\\Y", .calItem = MainItem(2)});
+  Open(project);
+  EXPECT_EQ(Codes({}),
+            (Lines{"@F|1|1|m|3", "@S1|A|m|3|c1$$c2$$", "@S2|X|m|1|c1$$", "@S3|*X|m|1|c1$$"}));
+  EXPECT_EQ(Codes({L"A\\Y"}),
+            (Lines{"@F|1|1|m|2", "@S1|A|m|2|c2$$", "@S2|Y|m|2|c2$$", "@S3|*Y|m|2|c2$$"}));
+}
+
 TEST_F(ConsumptionSummary, OfFirstCodesWithOneSortNumberOnlyTheGreatestNameIsWalked) {
   CTinyProject project;
   project.SysCodeSort(kSpec, L"A", 1).SysCodeSort(kSpec, L"B", 1);
