@@ -148,10 +148,11 @@ const CSummaryRows& CSummaryWalk::WholeRows(const SFloorParent& parent) const {
 }
 
 CSummaryRows::SOpen CSummaryWalk::Open() const {
-  CSummaryRows::SOpen open{ShowsFloors(), 0, level_ == shape_.lineLevel};
+  CSummaryRows::SOpen open{ShowsFloors(), 0, false};
   while (Opens(open.sysCodes)) {
     ++open.sysCodes;
   }
+  open.lines = open.sysCodes > 0 && level_ == shape_.lineLevel;
   return open;
 }
 

@@ -929,13 +929,13 @@ TEST_F(ConsumptionSummarySysCodes, ACodeAboveTheLastLevelOfTheFilterKeepsItsOwnR
   CTinyProject project;
   project.Hz()
       .Row({.component = L"c1", .sysCode = L"A", .calItem = MainItem(-0.0)})
-      .Row({.component = L"c2", .sysCode = L"A\\*A\\B", .calItem = MainItem(2)})
-      .Row({.component = L"c3", .sysCode = L"A\\*A\\C", .calItem = MainItem(4)});
+      .Row({.component = L"c2", .sysCode = L"A\\*A\\B", .calItem = MainItem(2)});
   Open(project);
   EXPECT_EQ(Codes({L"A\\*A\\B"}),
             (Lines{"@F|1|1|m|2", "@S1|A|m|2|c2$$c1$$", "@S2|*A|m|2|c2$$c1$$", "@S3|B|m|2|c2$$"}));
   // A sum begins with a zero that has no sign.
   EXPECT_EQ(Codes({L"A\\*A\\D"}), (Lines{"@F|1|1|m|0", "@S1|A|m|0|c1$$", "@S2|*A|m|0|c1$$"}));
+  EXPECT_EQ(Codes({L"A\\*A\\D"}, std::numeric_limits<int>::min()), Lines{});
 }
 
 TEST_F(ConsumptionSummarySysCodes, OfFloorsOfOneHeightTheFirstWithAChosenCodeShows) {
