@@ -238,9 +238,22 @@ std::size_t RowsOfSpec(ERecordSet set, const std::wstring& spec) {
   return rows;
 }
 
+// The first request makes what the tree keeps for those to come.
+void MeasureFirstRequest(benchmark::State& state, const SBenchReport& report,
+                         const std::wstring& spec) {
+  const std::size_t before = CHeapUse::Current();
+  CHeapUse::RestartPeak();
+  const Report::CellArray cells = Request(report, spec, report.catalog->DeepestLevel());
+  const std::size_t peak = CHeapUse::Peak() - before;
+  const std::size_t beforeCopy = CHeapUse::Current();
+  const Report::CellArray copy = cells;
+  state.counters["first_peak_per_size"] =
+      static_cast<double>(peak) / static_cast<double>(CHeapUse::Current() - beforeCopy);
+}
+
 void BenchFold(benchmark::State& state, const SSubject& subject) {
   const SBenchReport& report = subject.report;
-  Prepare(subject);
+  const std::wstring spec = Prepare(subject);
   std::size_t held = 0;
   for (auto _ : state) {
     state.PauseTiming();
@@ -255,6 +268,7 @@ void BenchFold(benchmark::State& state, const SSubject& subject) {
   const std::size_t folded = RowCount(report.set);
   SetRowsPerSecond(state, folded);
   state.counters["bytes_per_row"] = PerRow(held, folded);
+  MeasureFirstRequest(state, report, spec);
 }
 
 /// The rows of the discipline with the most of them that a request selects.

@@ -260,7 +260,10 @@ proportion to. In proportion is a time share of at most twice the row share.""")
                     results.value(rows, f"{report}/request-every-floor", "cpu_time")
                 cells.append(f"{share:.1%} → {time:.1%}")
                 if time > FILTER_PER_SHARE * share:
-                    missed.append(f"{kind} {cells[-1]} at {rows_text(rows)}")
+                    shown = results.value(rows, f"{report}/request-{kind}", "cells") / \
+                        results.value(rows, f"{report}/request-every-floor", "cells")
+                    missed.append(f"{kind} {cells[-1]} at {rows_text(rows)}, "
+                                  f"for {shown:.1%} of the cells")
         lines.append([report, *cells, "≤ 2 × rows", page.verdict("filters", report, missed)])
     heads = [f"{kind}, {rows_text(rows)}" for kind in ("floor", "code") for rows in results.sizes]
     page.table(["Report", *heads, "target", ""], lines)
@@ -304,6 +307,13 @@ rows, the overview and fitting sets a quarter.""")
                    lambda report, rows: results.value(rows, f"{report}/request-deepest",
                                                       "peak_per_size"),
                    lambda value: value > PEAK_PER_SIZE)
+    page.add()
+    page.add("The first one also makes what the tree keeps for those to come. Heap that it holds, "
+             "over the size of its answer:")
+    page.add()
+    page.table(["Report", *(rows_text(rows) for rows in results.sizes)],
+               [[report, *(number(results.value(rows, f"{report}/fold", "first_peak_per_size"))
+                           for rows in results.sizes)] for report in results.reports])
 
 
 def shape_ratios(results, report, rows, shape):
