@@ -168,7 +168,8 @@ void CXhlGlReport::CreatData() {
       .CalItem()
       .Floor()
       .Category()
-      .SysCode();
+      .SysCode()
+      .CountComponentsOnly();
   CPairNumbers kinds;
   std::vector<std::wstring> mainItemOf;
   for (const TRow& row : data.rows) {

@@ -151,6 +151,13 @@ class CRowFolder {
     return Level(std::move(columns), std::move(lookUp), std::move(writeKey));
   }
 
+  /// For a report that shows no references: a result lists as many components, without their texts,
+  /// which lie far apart.
+  CRowFolder& CountComponentsOnly() {
+    listsComponents_ = false;
+    return *this;
+  }
+
   /// Whether all eight indices of a row lie within their vectors.
   bool HasRecords(const TRow& row) const {
     const auto isWithin = [](const auto& records, int index) {
@@ -411,7 +418,9 @@ class CRowFolder {
     }
     if (at + kRecord < entries_.size()) {
       const TRow& row = RowAt(at + kRecord);
-      Prefetch(&data_.components[static_cast<std::size_t>(row.component)].name);
+      if (listsComponents_) {
+        Prefetch(&data_.components[static_cast<std::size_t>(row.component)].name);
+      }
       Prefetch(TextOf(ItemOf(row)));
     }
     if (at + kText < entries_.size()) {
@@ -501,6 +510,10 @@ class CRowFolder {
   // The components of the runs from `first` on, `count` in all.
   template <class TResult>
   void AddComponents(TResult& result, std::size_t first, std::size_t last, std::size_t count) {
+    if (!listsComponents_) {
+      result.components.resize(result.components.size() + count);
+      return;
+    }
     if (result.components.empty()) {
       result.components.reserve(count);
     }
@@ -518,6 +531,7 @@ class CRowFolder {
   std::vector<SLevel> levels_;
   std::size_t sysCodeLevel_ = kNoLevel;
   std::vector<SFoldEntry> entries_;
+  bool listsComponents_ = true;
   bool isSorted_ = false;
   std::wstring key_;
   std::vector<SRun> runs_;

@@ -198,6 +198,33 @@ TEST_F(RowFolder, GroupsAreLevelsOfTheReportsOwn) {
   EXPECT_EQ(root.begin()->second->children.size(), 1U);
 }
 
+TEST_F(RowFolder, CountsComponentsWhereNoTextsAreAskedFor) {
+  // The second code's name is the key of a result that stands beside it, so rows are not sorted.
+  SKorDMResultData data = OddSet(1, {L"A\\B\\C", L"A\\B\\C\\一1@1@2"});
+  data.rows = {{.component = 1}, {.component = 2, .calItem = 1}, {.component = 1}};
+  for (const bool hasSecondCode : {false, true}) {
+    if (hasSecondCode) {
+      data.rows.push_back({.component = 3, .sysCode = 1});
+    }
+    Report::NodeMap root;
+    CRowFolder fold(root, data);
+    fold.SysCode().CountComponentsOnly();
+    for (const SKorDMResultRow& row : data.rows) {
+      fold.Add(row);
+    }
+    fold.Fold();
+    const IReportDataNode* at = root.InOrder().front().get();
+    while (!at->children.empty()) {
+      at = at->children.InOrder().front().get();
+    }
+    const auto* result = NodeAs<CReportResult>(at);
+    ASSERT_NE(result, nullptr);
+    EXPECT_EQ(result->components.size(), 3U);
+    EXPECT_EQ(result->GetComponentText(), L"");
+    EXPECT_EQ(result->Quantity(1), 7.5);
+  }
+}
+
 TEST_F(RowFolder, ABadIndexIsOutOfRange) {
   SKorDMResultData data = OddSet(1, {L"A"});
   data.rows[3].attr = -1;
