@@ -329,8 +329,9 @@ struct SResultIdentity {
   std::wstring_view expression;
   std::wstring_view floorText;
   std::wstring_view sgdName;
-  std::vector<std::wstring_view> components;  ///< one entry for each record folded into the node
-  int floorCount = 0;                         ///< floors that `floorText` stands for
+  /// One entry for each record folded into the node; empty texts where the report shows none.
+  std::vector<std::wstring_view> components;
+  int floorCount = 0;  ///< floors that `floorText` stands for
 
   /// Each entry of `components` that is not empty, followed by "$".
   std::wstring GetComponentText() const;

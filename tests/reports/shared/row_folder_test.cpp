@@ -199,7 +199,7 @@ TEST_F(RowFolder, GroupsAreLevelsOfTheReportsOwn) {
 }
 
 TEST_F(RowFolder, CountsComponentsWhereNoTextsAreAskedFor) {
-  // The second code's name is the key of a result that stands beside it, so rows are not sorted.
+  // The second code's name may be the key of a result beside it, so its rows are taken unsorted.
   SKorDMResultData data = OddSet(1, {L"A\\B\\C", L"A\\B\\C\\一1@1@2"});
   data.rows = {{.component = 1}, {.component = 2, .calItem = 1}, {.component = 1}};
   for (const bool hasSecondCode : {false, true}) {
