@@ -257,7 +257,9 @@ void BenchFold(benchmark::State& state, const SSubject& subject) {
   std::size_t held = 0;
   for (auto _ : state) {
     state.PauseTiming();
+    // Freeing the tree before is no part of the fold.
     CReportMng::Instance()->Clear();
+    CHeapUse::Settle();
     const std::size_t before = CHeapUse::Current();
     state.ResumeTiming();
     benchmark::DoNotOptimize(Fold(report));

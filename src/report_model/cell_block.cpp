@@ -142,7 +142,7 @@ void CCellBlock::PrefetchTexts(const SCellRow& row) {
     return;
   }
   for (const SCell& cell : CellsOf(row)) {
-    if (cell.begin == kText) {
+    if (cell.begin == kText && cell.size > 0) {
       Prefetch(cell.text);
     }
   }

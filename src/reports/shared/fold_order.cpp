@@ -41,21 +41,6 @@ bool CTextRanks::HasText(std::wstring_view text) const {
   return texts_.find(text) != texts_.end();
 }
 
-std::uint64_t TextBeginning(std::wstring_view text, wchar_t end) {
-  constexpr unsigned kBits = 7;
-  constexpr wchar_t kHighest = (1 << kBits) - 1;
-  constexpr unsigned kCharacters = 64 / kBits;
-  std::uint64_t beginning = 0;
-  unsigned count = 0;
-  for (bool goesOn = true; goesOn && count < kCharacters; ++count) {
-    const wchar_t c = count < text.size() ? text[count] : end;
-    // Behind the end, and behind a character that does not fit, texts are left to compare.
-    goesOn = c != end && c >= 0 && c < kHighest;
-    beginning = beginning << kBits | static_cast<std::uint64_t>(c >= 0 ? std::min(c, kHighest) : 0);
-  }
-  return beginning << kBits * (kCharacters - count);
-}
-
 void SortEntries(std::vector<SFoldEntry>& entries, unsigned bits) {
   constexpr unsigned kDigit = 11;
   constexpr std::size_t kValues = std::size_t{1} << kDigit;

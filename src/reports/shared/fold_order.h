@@ -46,11 +46,6 @@ class CTextRanks {
   std::size_t added_ = 0;
 };
 
-/// The first characters of a text in one number: where the numbers of two texts differ, they
-/// compare as the texts do, each with `end` and anything else behind it. `end` is an ASCII
-/// character.
-std::uint64_t TextBeginning(std::wstring_view text, wchar_t end);
-
 /// Small numbers for the pairs that occur, in the order in which they are first seen.
 class CPairNumbers {
  public:

@@ -19,6 +19,7 @@
 #include "report_model/report_data_method.h"
 #include "report_model/report_data_node.h"
 #include "reports/shared/fold_order.h"
+#include "reports/shared/result_order.h"
 #include "result_store/db_records.h"
 
 /// The records of one row.
@@ -64,7 +65,11 @@ class CRowFolder {
   using LookUp = std::function<IReportDataNode*(Report::NodeMap&, const TRecords&)>;
 
   CRowFolder(Report::NodeMap& root, const TData& data)
-      : root_(root), data_(data), attKeys_(data.attrs.size()) {
+      : root_(root),
+        data_(data),
+        resultOrder_(data),
+        components_(data.components.size()),
+        attKeys_(data.attrs.size()) {
     entries_.reserve(data.rows.size());
   }
 
@@ -155,6 +160,7 @@ class CRowFolder {
   /// which lie far apart.
   CRowFolder& CountComponentsOnly() {
     listsComponents_ = false;
+    components_ = {};
     return *this;
   }
 
@@ -195,12 +201,18 @@ class CRowFolder {
         level.ranks.Add(record, key_);
       }
     }
+    resultOrder_.Add(row);
+    if (listsComponents_) {
+      const auto component = static_cast<std::size_t>(row.component);
+      components_[component] = data_.components[component].name;
+    }
     entries_.push_back({0, 0, static_cast<std::uint32_t>(&row - data_.rows.data()), group});
   }
 
   /// Folds all that was added. Only the tree is left of it.
   void Fold() {
     Sort();
+    resultOrder_.Rank();
     std::vector<IReportDataNode*> path(levels_.size());
     for (std::size_t begin = 0, end = 0; begin < entries_.size(); begin = end) {
       Descend(path, begin);
@@ -244,7 +256,6 @@ class CRowFolder {
     std::size_t begin;
     std::size_t end;
     const TRow* row;
-    std::uint64_t beginning = 0;  // of the text that tells results of one section and floor apart
   };
 
   template <class TRecord>
@@ -387,7 +398,8 @@ class CRowFolder {
     for (std::size_t first = 0, last = 0; first < order_.size(); first = last) {
       const SRun& leader = runs_[order_[first]];
       std::size_t count = 0;
-      for (last = first; last < order_.size() && Compare(runs_[order_[last]], leader) == 0;
+      for (last = first;
+           last < order_.size() && resultOrder_.Compare(*runs_[order_[last]].row, *leader.row) == 0;
            ++last) {
         count += runs_[order_[last]].end - runs_[order_[last]].begin;
       }
@@ -408,32 +420,38 @@ class CRowFolder {
   // A detail has four quantities; which of them a report adds up is its own.
   static void AddTo(SWholeSum& /*whole*/, const CReportResultDetail& /*result*/) {}
 
-  // Asks for what the entries behind `at` will read: rows, records and texts lie far apart.
+  // Brings near what the entries behind `at` will read: rows and records lie far apart. A block of
+  // them at once, as reads that follow close on each other wait together.
   void PrefetchBehind(std::size_t at) const {
-    constexpr std::size_t kRow = 24;
-    constexpr std::size_t kRecord = 16;
-    constexpr std::size_t kText = 8;
-    if (at + kRow < entries_.size()) {
-      Prefetch(&RowAt(at + kRow));
+    constexpr std::size_t kBlock = 32;
+    if (at % kBlock != 0) {
+      return;
     }
-    if (at + kRecord < entries_.size()) {
-      const TRow& row = RowAt(at + kRecord);
-      if (listsComponents_) {
-        Prefetch(&data_.components[static_cast<std::size_t>(row.component)].name);
+    const std::size_t end = entries_.size();
+    const std::size_t records = std::min(at + kBlock, end);
+    const std::size_t rows = std::min(at + 2 * kBlock, end);
+    const std::size_t rowsEnd = std::min(at + 3 * kBlock, end);
+    for (std::size_t i = rows; i < rowsEnd; ++i) {
+      Prefetch(&RowAt(i));
+    }
+    for (std::size_t i = records; i < rows; ++i) {
+      PrefetchItem(ItemOf(RowAt(i)));
+    }
+    if (listsComponents_) {
+      for (std::size_t i = records; i < rows; ++i) {
+        Prefetch(&components_[static_cast<std::size_t>(RowAt(i).component)]);
       }
-      Prefetch(TextOf(ItemOf(row)));
-    }
-    if (at + kText < entries_.size()) {
-      Prefetch(TextOf(ItemOf(RowAt(at + kText)))->data());
     }
   }
-  // The text that tells an item's results apart; a fitting's have none.
+  // What a result is made of.
   template <class TItem>
-  static const std::wstring* TextOf(const TItem& item) {
-    if constexpr (requires { item.expression; }) {
-      return &item.expression;
-    } else {
-      return &item.name;
+  static void PrefetchItem(const TItem& item) {
+    if constexpr (requires { item.quantity; }) {
+      Prefetch(&item.quantity);
+      Prefetch(&item.expression);
+    } else if constexpr (requires { item.quantity1; }) {
+      Prefetch(&item.quantity1);
+      Prefetch(&item.expression);
     }
   }
   const TRow& RowAt(std::size_t entry) const { return data_.rows[entries_[entry].row]; }
@@ -457,46 +475,14 @@ class CRowFolder {
   static bool IsSameResult(const TRow& a, const TRow& b) {
     return a.calItem == b.calItem && a.sgd == b.sgd && a.floor == b.floor;
   }
-  CNodeKey ResultKey(const TRow& row) const {
-    return CReportDataMethod::GetResultKey(data_.sgds[static_cast<std::size_t>(row.sgd)].name,
-                                           data_.floors[static_cast<std::size_t>(row.floor)],
-                                           ItemOf(row));
-  }
-
-  template <class TItem>
-  static std::uint64_t BeginningOf(const TItem& item) {
-    if constexpr (requires { item.expression; }) {
-      return TextBeginning(item.expression, L'@');
-    } else {
-      return 0;
-    }
-  }
-  // Of the keys; most are told apart without them.
-  int Compare(const SRun& a, const SRun& b) const {
-    if (a.row->sgd == b.row->sgd && a.row->floor == b.row->floor) {
-      if (a.beginning != b.beginning) {
-        return a.beginning < b.beginning ? -1 : 1;
-      }
-      if (a.row->calItem == b.row->calItem) {
-        return 0;
-      }
-    }
-    return ResultKey(*a.row).Compare(ResultKey(*b.row));
-  }
-
   // By key, equal ones as the rows stand.
   void SortRuns() {
     order_.resize(runs_.size());
     std::iota(order_.begin(), order_.end(), 0U);
-    if (order_.size() > 1) {
-      for (SRun& run : runs_) {
-        run.beginning = BeginningOf(ItemOf(*run.row));
-      }
-      std::sort(order_.begin(), order_.end(), [this](std::uint32_t a, std::uint32_t b) {
-        const int order = Compare(runs_[a], runs_[b]);
-        return order != 0 ? order < 0 : a < b;
-      });
-    }
+    std::sort(order_.begin(), order_.end(), [this](std::uint32_t a, std::uint32_t b) {
+      const int order = resultOrder_.Compare(*runs_[a].row, *runs_[b].row);
+      return order != 0 ? order < 0 : a < b;
+    });
   }
 
   auto* GetResult(Report::NodeMap& children, const TRow& row, bool isBehindAll) const {
@@ -520,8 +506,7 @@ class CRowFolder {
     for (std::size_t at = first; at < last; ++at) {
       const SRun& run = runs_[order_[at]];
       for (std::size_t i = run.begin; i < run.end; ++i) {
-        const auto component = static_cast<std::size_t>(RowAt(i).component);
-        result.components.push_back(data_.components[component].name);
+        result.components.push_back(components_[static_cast<std::size_t>(RowAt(i).component)]);
       }
     }
   }
@@ -531,6 +516,8 @@ class CRowFolder {
   std::vector<SLevel> levels_;
   std::size_t sysCodeLevel_ = kNoLevel;
   std::vector<SFoldEntry> entries_;
+  CResultOrder<TData> resultOrder_;
+  std::vector<std::wstring_view> components_;  // the names of the records, close together
   bool listsComponents_ = true;
   bool isSorted_ = false;
   std::wstring key_;

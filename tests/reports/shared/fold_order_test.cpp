@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <limits>
 #include <random>
 #include <string>
 #include <tuple>
@@ -93,38 +92,6 @@ TEST(SortEntries, SortsByAllBitsAndKeepsEqualOnesInOrder) {
       ASSERT_EQ(entries[i].row, expected[i].row) << i;
     }
   }
-}
-
-TEST(TextBeginning, TellsTextsApartAsTheyCompareWithWhatStandsBehind) {
-  const std::wstring letters = L"@019.*+aB\x7e\x7f\x80一" + std::wstring(1, L'\0') +
-                               std::wstring(1, std::numeric_limits<wchar_t>::min());
-  std::mt19937 random(5);
-  const auto text = [&](std::size_t longest) {
-    std::wstring made(random() % (longest + 1), L' ');
-    for (wchar_t& c : made) {
-      c = letters[random() % letters.size()];
-    }
-    return made;
-  };
-  int told = 0;
-  for (int i = 0; i < 20000; ++i) {
-    const std::wstring start = text(9);
-    const std::wstring a = start + text(3);
-    const std::wstring b = start + text(3);
-    const std::uint64_t beginningA = TextBeginning(a, L'@');
-    const std::uint64_t beginningB = TextBeginning(b, L'@');
-    if (beginningA != beginningB) {
-      ++told;
-      const std::wstring wholeA = a + L"@" + text(2);
-      const std::wstring wholeB = b + L"@" + text(2);
-      EXPECT_EQ(beginningA < beginningB, wholeA < wholeB)
-          << testing::PrintToString(wholeA) << testing::PrintToString(wholeB);
-    }
-  }
-  EXPECT_GT(told, 1000);
-  EXPECT_LT(TextBeginning(L"12.3", L'@'), TextBeginning(L"12.4", L'@'));
-  EXPECT_LT(TextBeginning(L"12.345678", L'@'), TextBeginning(L"12.345679", L'@'));
-  EXPECT_EQ(TextBeginning(L"12.3456781", L'@'), TextBeginning(L"12.3456789", L'@'));
 }
 
 }  // namespace
