@@ -1,5 +1,6 @@
 #include "reports/special/special_report.h"
 
+#include <algorithm>
 #include <map>
 #include <memory>
 
@@ -115,46 +116,50 @@ class CItemList {
   std::map<std::pair<std::wstring_view, std::wstring_view>, const CReportCategory*> categories_;
 };
 
-// Copies the results of items into `sums`.
+// Copies the results of items into `sums`, in the order in which they are added.
 class CDetailList {
  public:
-  explicit CDetailList(SDetailSums& sums) : sums_(sums) {}
-
-  void Reserve(const std::vector<const CReportCalItem*>& calItems) {
-    std::size_t count = 0;
-    std::size_t textSize = 0;
-    for (const CReportCalItem* calItem : calItems) {
-      ForEachChild<CReportResultDetail>(calItem->children, [&](const CReportResultDetail& detail) {
-        ++count;
-        textSize += detail.ComponentTextSize() + 1;
-      });
-    }
-    sums_.details.reserve(count);
-    sums_.sources.reserve(count);
-    // The texts that are viewed stay where they are.
-    sums_.text.reserve(textSize);
-  }
   void Add(SDetailItem& item, const CReportCalItem& calItem) {
-    item.first = sums_.details.size();
-    ForEachChild<CReportResultDetail>(calItem.children,
-                                      [this](const CReportResultDetail& detail) { Add(detail); });
-    item.last = sums_.details.size();
+    item.first = details_.size();
+    ForEachChild<CReportResultDetail>(calItem.children, [this](const CReportResultDetail& detail) {
+      details_.push_back(&detail);
+    });
+    item.last = details_.size();
+  }
+  void CopyTo(SDetailSums& sums) const {
+    constexpr std::size_t kBlock = 32;
+    std::size_t textSize = 0;
+    for (const CReportResultDetail* detail : details_) {
+      textSize += detail->ComponentTextSize() + 1;
+    }
+    sums.details.reserve(details_.size());
+    sums.sources.reserve(details_.size());
+    // The texts that are viewed stay where they are.
+    sums.text.reserve(textSize);
+    for (std::size_t i = 0; i < details_.size(); ++i) {
+      if (i % kBlock == 0) {
+        for (std::size_t j = i; j < std::min(i + kBlock, details_.size()); ++j) {
+          details_[j]->PrefetchComponents();
+        }
+      }
+      Copy(*details_[i], sums);
+    }
   }
 
  private:
-  void Add(const CReportResultDetail& detail) {
-    const std::size_t begin = sums_.text.size();
-    detail.AppendComponentText(sums_.text);
-    sums_.text += L'$';
+  static void Copy(const CReportResultDetail& detail, SDetailSums& sums) {
+    const std::size_t begin = sums.text.size();
+    detail.AppendComponentText(sums.text);
+    sums.text += L'$';
     const auto count = static_cast<double>(detail.components.size());
-    sums_.details.push_back({{count * detail.quantity1, count * detail.quantity2,
-                              count * detail.quantity3, count * detail.quantity4},
-                             std::wstring_view(sums_.text).substr(begin),
-                             detail.floorCount});
-    sums_.sources.push_back({detail.floorText, detail.sgdName});
+    sums.details.push_back({{count * detail.quantity1, count * detail.quantity2,
+                             count * detail.quantity3, count * detail.quantity4},
+                            std::wstring_view(sums.text).substr(begin),
+                            detail.floorCount});
+    sums.sources.push_back({detail.floorText, detail.sgdName});
   }
 
-  SDetailSums& sums_;
+  std::vector<const CReportResultDetail*> details_;
 };
 
 }  // namespace
@@ -176,13 +181,13 @@ void CSpecialReport::SumDetails(IReportDataNode& group, SDetailSums& sums) {
   for (std::size_t i = 0; i < sums.items.size(); ++i) {
     itemsOfNames[*sums.items[i].name].push_back(i);
   }
-  CDetailList details(sums);
-  details.Reserve(items.CalItems());
+  CDetailList details;
   for (const auto& [name, itemsOfName] : itemsOfNames) {
     for (const std::size_t i : itemsOfName) {
       details.Add(sums.items[i], *items.CalItems()[i]);
     }
   }
+  details.CopyTo(sums);
   items.Replace(group);
 }
 
