@@ -5,7 +5,6 @@
 #include <new>
 #include <vector>
 
-#include "platform/prefetch.h"
 #include "platform/text_numbers.h"
 
 CCellBlock::CCellBlock(const Report::CellArray& cells) {
@@ -90,16 +89,7 @@ void CCellBlock::MoveTo(Report::CellArray& out) {
   try {
     // Each row's memory goes as soon as it is written, so that the request's own memory falls while
     // the output fills.
-    constexpr int kAhead = 4;
-    const SCellRow* ahead = first_;
-    for (int i = 0; i < kAhead && ahead != nullptr; ++i) {
-      ahead = ahead->next;
-    }
     while (first_ != nullptr) {
-      if (ahead != nullptr) {
-        PrefetchTexts(*ahead);
-        ahead = ahead->next;
-      }
       Write(out, *first_);
       DropFirst();
     }
@@ -135,17 +125,6 @@ std::span<const CCellBlock::SCell> CCellBlock::CellsOf(const SCellRow& row) {
 
 std::wstring_view CCellBlock::TextOf(const SCell& cell) {
   return {cell.begin == kText ? cell.text : cell.kept->data() + cell.begin, cell.size};
-}
-
-void CCellBlock::PrefetchTexts(const SCellRow& row) {
-  if (row.chunk == nullptr) {
-    return;
-  }
-  for (const SCell& cell : CellsOf(row)) {
-    if (cell.begin == kText && cell.size > 0) {
-      Prefetch(cell.text);
-    }
-  }
 }
 
 void CCellBlock::Write(Report::CellArray& out, const SCellRow& row) {

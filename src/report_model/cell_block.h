@@ -152,7 +152,6 @@ class TALLY_API CCellBlock {
   static const IKeptRows& KeptRows(const SCellRow& row) {
     return static_cast<const IKeptRows&>(row);
   }
-  static void PrefetchTexts(const SCellRow& row);
   static void Write(Report::CellArray& out, const SCellRow& row);
   void Link(SCellRow* row) {
     (first_ == nullptr ? first_ : last_->next) = row;
