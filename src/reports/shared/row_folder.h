@@ -475,6 +475,7 @@ class CRowFolder {
   static bool IsSameResult(const TRow& a, const TRow& b) {
     return a.calItem == b.calItem && a.sgd == b.sgd && a.floor == b.floor;
   }
+
   // By key, equal ones as the rows stand.
   void SortRuns() {
     order_.resize(runs_.size());
