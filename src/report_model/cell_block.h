@@ -14,6 +14,7 @@
 #include "platform/export.h"
 #include "report_model/report_types.h"
 #include "report_model/row_memory.h"
+#include "report_model/text_ref.h"
 
 /// A link of a block: a row of cells, or without a chunk, an IKeptRows.
 struct SCellRow {
@@ -51,6 +52,7 @@ class CCellSource {
   CCellSource(std::wstring_view text) : text_(text) {}
   CCellSource(const wchar_t* text) : text_(text) {}
   CCellSource(const std::wstring& text) : text_(text) {}
+  CCellSource(const CTextRef& text) : text_(text) {}
   CCellSource(std::wstring&& text) : text_(text), isCopied_(true) {}
   CCellSource(double number) : number_(number), isNumber_(true) {}
   // NOLINTEND(google-explicit-constructor)

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <utility>
+#include <vector>
 
 #include "report_model/report_data_node.h"
 
@@ -24,7 +25,8 @@ NodeMap::const_iterator NodeMap::lower_bound(const CNodeKey& key) const {
   if (nodes_.empty() || stands(nodes_.back())) {
     return end();
   }
-  return const_iterator(std::partition_point(nodes_.begin(), nodes_.end() - 1, stands));
+  const Nodes nodes = InOrder();
+  return const_iterator(std::partition_point(nodes.begin(), nodes.end() - 1, stands));
 }
 
 NodeMap::const_iterator NodeMap::find(const CNodeKey& key) const {
@@ -37,18 +39,18 @@ void NodeMap::reserve(std::size_t size) {
 }
 
 void NodeMap::insert(const_iterator place, std::unique_ptr<IReportDataNode>&& node) {
-  nodes_.insert(place.at_, std::move(node));
+  nodes_.insert(static_cast<std::size_t>(place.at_ - InOrder().begin()), std::move(node));
 }
 
 std::size_t NodeMap::CountAll() const {
   std::size_t count = 0;
-  std::vector<const Nodes*> left = {&nodes_};
+  std::vector<Nodes> left = {InOrder()};
   while (!left.empty()) {
-    const Nodes& nodes = *left.back();
+    const Nodes nodes = left.back();
     left.pop_back();
     count += nodes.size();
     for (const std::unique_ptr<IReportDataNode>& node : nodes) {
-      left.push_back(&node->children.nodes_);
+      left.push_back(node->children.InOrder());
     }
   }
   return count;
@@ -58,16 +60,16 @@ void NodeMap::clear() {
   // Freeing must not allocate, so the way back is kept for a limited number of levels: when a
   // deeper tree has used it up, the descent starts again at the root.
   constexpr std::size_t kLevels = 256;
-  std::array<Nodes*, kLevels> path;
+  std::array<CFewItems<std::unique_ptr<IReportDataNode>>*, kLevels> path;
   while (!nodes_.empty()) {
     std::size_t count = 0;
-    Nodes* at = &nodes_;
+    auto* at = &nodes_;
     while (!at->empty() || count > 0) {
       if (at->empty()) {
         at = path[--count];
         continue;
       }
-      Nodes& below = at->back()->children.nodes_;
+      auto& below = at->back()->children.nodes_;
       if (below.empty()) {
         at->pop_back();
         continue;

@@ -4,10 +4,11 @@
 
 #include <cstddef>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
+#include "report_model/few_items.h"
 #include "report_model/node_key.h"
 
 class IReportDataNode;
@@ -19,7 +20,8 @@ namespace Report {
 /// forwards. Adding behind the last node is cheap; in front of n others it moves n pointers.
 class NodeMap {
  public:
-  using Nodes = std::vector<std::unique_ptr<IReportDataNode>>;
+  using Nodes = std::span<const std::unique_ptr<IReportDataNode>>;
+  using Place = Nodes::iterator;
 
   /// A key and its node, as a map holds them; the key is composed when it is asked for.
   struct SEntry {
@@ -29,7 +31,7 @@ class NodeMap {
   };
   class const_iterator {
    public:
-    explicit const_iterator(Nodes::const_iterator at) : at_(at) {}
+    explicit const_iterator(Place at) : at_(at) {}
     /// The node without its key.
     const std::unique_ptr<IReportDataNode>& Node() const { return *at_; }
     SEntry operator*() const;
@@ -42,7 +44,7 @@ class NodeMap {
 
    private:
     friend class NodeMap;
-    Nodes::const_iterator at_;
+    Place at_;
   };
 
   NodeMap();
@@ -52,10 +54,10 @@ class NodeMap {
 
   bool empty() const { return nodes_.empty(); }
   std::size_t size() const { return nodes_.size(); }
-  const_iterator begin() const { return const_iterator(nodes_.begin()); }
-  const_iterator end() const { return const_iterator(nodes_.end()); }
+  const_iterator begin() const { return const_iterator(InOrder().begin()); }
+  const_iterator end() const { return const_iterator(InOrder().end()); }
   /// The nodes without their keys, as a walk reads them.
-  const Nodes& InOrder() const { return nodes_; }
+  Nodes InOrder() const { return nodes_.Items(); }
 
   /// The node under a key, or `end`.
   const_iterator find(const CNodeKey& key) const;
@@ -74,7 +76,7 @@ class NodeMap {
   void clear();
 
  private:
-  Nodes nodes_;
+  CFewItems<std::unique_ptr<IReportDataNode>> nodes_;
 };
 
 }  // namespace Report

@@ -26,7 +26,11 @@ class CReportDataMethod {
   // keys are told at the node classes.
 
   static CReportSpec* GetSpec(Report::NodeMap& children, const KorDMRec::SKorDMSpecRec& record);
+  /// Floors, calculation items and results refer to the texts of the records. REQUIRES: these
+  /// outlive the node.
   static CReportFloor* GetFloor(Report::NodeMap& children, const KorDMRec::SKorDMFloorRec& record);
+  static CReportFloor* GetFloor(Report::NodeMap& children,
+                                KorDMRec::SKorDMFloorRec&& record) = delete;
   /// `category` is kept by a new node alone.
   static CReportType* GetType(Report::NodeMap& children, const std::wstring& category,
                               const std::wstring& name);
@@ -63,11 +67,16 @@ class CReportDataMethod {
   static CReportCalItem* GetCalItem(Report::NodeMap& children,
                                     const KorDMRec::SKorDMCalItemRec& record);
   static CReportCalItem* GetCalItem(Report::NodeMap& children,
+                                    KorDMRec::SKorDMCalItemRec&& record) = delete;
+  static CReportCalItem* GetCalItem(Report::NodeMap& children,
                                     const KorDMRec::SKorDMCalItemDetailQRec& record);
+  static CReportCalItem* GetCalItem(Report::NodeMap& children,
+                                    KorDMRec::SKorDMCalItemDetailQRec&& record) = delete;
   static CReportPjCalItem* GetPjCalItem(Report::NodeMap& children,
                                         const KorDMRec::SKorDMPjCalItemRec& record);
+  static CReportPjCalItem* GetPjCalItem(Report::NodeMap& children,
+                                        KorDMRec::SKorDMPjCalItemRec&& record) = delete;
   /// The three result look-ups add the component's name to the node's `components`, found or new.
-  /// The node keeps views of the arguments' texts. REQUIRES: they outlive the node.
   static CReportResult* GetResult(Report::NodeMap& children, const std::wstring& sgdName,
                                   const KorDMRec::SKorDMFloorRec& floor,
                                   const KorDMRec::SKorDMCalItemRec& item,

@@ -31,7 +31,7 @@ TNode* FindOrMake(Report::NodeMap& children, const CNodeKey& key, TFill&& fill) 
   return Make<TNode>(children, at, fill);
 }
 
-void FillIdentity(SResultIdentity& result, std::wstring_view sgdName,
+void FillIdentity(SResultIdentity& result, const std::wstring& sgdName,
                   const KorDMRec::SKorDMFloorRec& floor) {
   result.sgdName = sgdName;
   result.floorText = floor.floorText;
@@ -39,7 +39,7 @@ void FillIdentity(SResultIdentity& result, std::wstring_view sgdName,
 }
 
 template <class TResult, class TItem, class TFill>
-TResult* FindOrMakeResult(Report::NodeMap& children, std::wstring_view sgdName,
+TResult* FindOrMakeResult(Report::NodeMap& children, const std::wstring& sgdName,
                           const KorDMRec::SKorDMFloorRec& floor, const TItem& item,
                           CReportDataMethod::EResultPlace place, TFill&& fillQuantity) {
   const auto fill = [&](TResult& node) {
@@ -250,7 +250,7 @@ CReportResult* CReportDataMethod::GetResult(Report::NodeMap& children, const std
   return FindOrMakeResult<CReportResult>(children, sgdName, floor, item, place,
                                          [](CReportResult& node) {
                                            node.quantity = 1;
-                                           node.isFitting = true;
+                                           node.referencesSize = 0;
                                          });
 }
 

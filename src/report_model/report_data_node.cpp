@@ -15,7 +15,7 @@ std::wstring SResultIdentity::GetComponentText() const {
 }
 
 void SResultIdentity::AppendComponentText(std::wstring& text) const {
-  for (const std::wstring_view component : components) {
+  for (const std::wstring& component : components) {
     if (!component.empty()) {
       text += component;
       text += L'$';
@@ -25,7 +25,7 @@ void SResultIdentity::AppendComponentText(std::wstring& text) const {
 
 std::size_t SResultIdentity::ComponentTextSize() const {
   std::size_t size = 0;
-  for (const std::wstring_view component : components) {
+  for (const std::wstring& component : components) {
     size += component.empty() ? 0 : component.size() + 1;
   }
   return size;

@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <memory>
 #include <string>
@@ -13,11 +14,13 @@
 #include <vector>
 
 #include "platform/prefetch.h"
+#include "report_model/few_items.h"
 #include "report_model/floor_grade.h"
 #include "report_model/narrow_order.h"
 #include "report_model/node_key.h"
 #include "report_model/node_map.h"
 #include "report_model/report_types.h"
+#include "report_model/text_ref.h"
 
 /// The class of a node, for the checked down-cast NodeAs.
 enum class ENodeKind : unsigned char {
@@ -137,8 +140,8 @@ struct SDetailSum {
 
 /// What a filter asks of it. The texts belong to the result set.
 struct SDetailSource {
-  std::wstring_view floorText;
-  std::wstring_view sgdName;
+  CTextRef floorText;
+  CTextRef sgdName;
 };
 
 /// The places of an attribute among those of its report, smaller numbers first and larger numbers
@@ -210,8 +213,9 @@ class CReportFloor final : public TReportDataNode<ENodeKind::Floor> {
  public:
   std::wstring GetKey() const override { return name; }
   CNodeKey GetFiledKey() const override { return {name}; }
-  std::wstring floorText;  ///< floor expression of the first record
-  std::wstring name;
+  // The texts belong to the result set, which outlives the tree.
+  CTextRef floorText;  ///< floor expression of the first record
+  CTextRef name;
   SFloorGrade grade;  ///< of the name
   SWholeSum whole;
   /// That lie below, in the paint, duct and insulation tables. In the summaries, its rows.
@@ -284,13 +288,14 @@ class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
   CNodeKey GetFiledKey() const override { return {name}; }
   int sortId = 0;  ///< CTallyDataMng::GetSysCodeSortId at the fold
   // The texts belong to the store.
-  std::wstring_view name;      ///< of this level alone
-  std::wstring_view fullName;  ///< path from the first level, joined by "\"
+  CTextRef name;      ///< of this level alone
+  CTextRef fullName;  ///< path from the first level, joined by "\"
   /// Remark of `fullName` up to its first "\*" (CTallyDataMng::GetSysCodeRemark), without brackets.
-  std::wstring_view remark;
-  std::map<std::wstring, IReportDataNode*> extra;  ///< not owned
-  SWholeSum whole;                                 ///< of children, the first ones to come
-  std::size_t wholeSize = 0;                       ///< how many these are
+  CTextRef remark;
+  /// Nodes that it does not own; null while there are none.
+  std::unique_ptr<std::map<std::wstring, IReportDataNode*>> extra;
+  SWholeSum whole;            ///< of children, the first ones to come
+  std::size_t wholeSize = 0;  ///< how many these are
 
   /// Whether `whole` counts all that lies below.
   bool HasWhole() const { return wholeSize > 0 && wholeSize == children.size(); }
@@ -301,12 +306,13 @@ class CReportSysCode final : public TReportDataNode<ENodeKind::SysCode> {
 /// Calculation item. Key: `name` + "@" + `unit`.
 class CReportCalItem final : public TReportDataNode<ENodeKind::CalItem> {
  public:
-  std::wstring GetKey() const override { return name + L"@" + unit; }
+  std::wstring GetKey() const override { return name.Text() + L"@" + unit.Text(); }
   CNodeKey GetFiledKey() const override { return {name, L"@", unit}; }
-  std::wstring name;
-  std::wstring unit;
-  std::wstring text3;
-  std::wstring text4;
+  // The texts belong to the result set, which outlives the tree.
+  CTextRef name;
+  CTextRef unit;
+  CTextRef text3;
+  CTextRef text4;
   SWholeSum whole;
   /// Of the floors below, in the summaries; made for the first request that shows them.
   mutable std::shared_ptr<const CSummaryRows> rows;
@@ -318,19 +324,19 @@ class CReportPjCalItem final : public TReportDataNode<ENodeKind::PjCalItem> {
   std::wstring GetKey() const override { return std::wstring(name).append(1, L'@').append(unit); }
   CNodeKey GetFiledKey() const override { return {text1, L"@", name}; }
   // The texts belong to the result set, which outlives the tree.
-  std::wstring_view text1;
-  std::wstring_view name;
-  std::wstring_view unit;
+  CTextRef text1;
+  CTextRef name;
+  CTextRef unit;
 };
 
 /// What the two kinds of result have in common. The texts belong to the result set, which outlives
 /// the tree.
 struct SResultIdentity {
-  std::wstring_view expression;
-  std::wstring_view floorText;
-  std::wstring_view sgdName;
+  CTextRef expression;
+  CTextRef floorText;
+  CTextRef sgdName;
   /// One entry for each record folded into the node; empty texts where the report shows none.
-  std::vector<std::wstring_view> components;
+  CFewItems<CTextRef> components;
   int floorCount = 0;  ///< floors that `floorText` stands for
 
   /// Each entry of `components` that is not empty, followed by "$".
@@ -341,7 +347,7 @@ struct SResultIdentity {
   std::size_t ComponentTextSize() const;
   /// Asks for the memory of the texts, which lie in the result set far apart.
   void PrefetchComponents() const {
-    for (const std::wstring_view component : components) {
+    for (const CTextRef& component : components) {
       Prefetch(component.data());
     }
   }
@@ -362,17 +368,18 @@ class CReportResult final : public TReportDataNode<ENodeKind::Result>, public SR
  public:
   std::wstring GetKey() const override;
   CNodeKey GetFiledKey() const override {
-    return isFitting ? CNodeKey{sgdName, floorText}
-                     : FiledKey(sgdName, floorText, expression, quantity);
+    return IsFitting() ? CNodeKey{sgdName, floorText}
+                       : FiledKey(sgdName, floorText, expression, quantity);
   }
   /// Of all components, on `floors` floors.
   double Quantity(int floors) const {
     return static_cast<double>(components.size()) * quantity * static_cast<double>(floors);
   }
+  bool IsFitting() const { return referencesSize != kNoFitting; }
+  /// Characters of a fitting's part of the references, made at the fold.
+  std::uint32_t referencesSize = kNoFitting;
+  static constexpr std::uint32_t kNoFitting = std::numeric_limits<std::uint32_t>::max();
   double quantity = 0;  ///< of one component
-  /// Characters of its part of the references, in the fitting summary.
-  std::uint32_t referencesSize = 0;
-  bool isFitting = false;
 };
 
 /// Result of the detail set. Filed as CReportResult, with `quantity1`.

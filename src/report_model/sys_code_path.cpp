@@ -10,7 +10,7 @@ SSysCodeStep::SSysCodeStep(const std::wstring& spec, std::wstring_view levelName
       fullName(CTallyDataMng::Instance()->KeepText(levelPath)),
       sortId(CTallyDataMng::kUnknownSortId) {
   const CTallyDataMng::SSysCodeEntry* entry =
-      CTallyDataMng::Instance()->FindSysCode(spec, fullName.substr(0, fullName.find(L"\\*")));
+      CTallyDataMng::Instance()->FindSysCode(spec, levelPath.substr(0, levelPath.find(L"\\*")));
   if (entry != nullptr) {
     sortId = entry->sortId;
     remark = entry->remark;

@@ -6,16 +6,18 @@
 #include <string_view>
 #include <vector>
 
+#include "report_model/text_ref.h"
+
 /// One level of a system code: what its node holds.
 struct SSysCodeStep {
   /// Looks the sort number and the remark up, as CReportSysCode tells.
   SSysCodeStep(const std::wstring& spec, std::wstring_view levelName, std::wstring_view levelPath);
 
   // The texts belong to the store.
-  std::wstring_view name;
-  std::wstring_view fullName;
+  CTextRef name;
+  CTextRef fullName;
   int sortId;
-  std::wstring_view remark;
+  CTextRef remark;
 };
 
 /// The levels of a system code as CReportDataMethod::GetSysCodeName completes it, the first ahead;

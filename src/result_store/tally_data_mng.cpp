@@ -190,7 +190,7 @@ int CTallyDataMng::GetSysCodeSortId(std::wstring_view spec, std::wstring_view pa
   return entry == nullptr ? kUnknownSortId : entry->sortId;
 }
 
-std::wstring_view CTallyDataMng::KeepText(std::wstring_view text) {
+const std::wstring& CTallyDataMng::KeepText(std::wstring_view text) {
   auto at = keptTexts_.find(text);
   if (at == keptTexts_.end()) {
     at = keptTexts_.emplace(text).first;

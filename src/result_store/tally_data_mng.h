@@ -69,7 +69,7 @@ class TALLY_API CTallyDataMng {
   };
   const SSysCodeEntry* FindSysCode(std::wstring_view spec, std::wstring_view path) const;
   /// The text, kept until the project is closed: what the trees of all reports have in common.
-  std::wstring_view KeepText(std::wstring_view text);
+  const std::wstring& KeepText(std::wstring_view text);
 
   /// The marks of a bill item, a line "name: value" each; empty where it has none.
   std::wstring GetQdFeather(const std::wstring& code);

@@ -66,7 +66,30 @@ struct SLookUp {
   std::wstring getKey;
 };
 
-// Results keep views, so their texts live as long as the program.
+// Floors, items and results refer to the texts of records; a record that is gone by the end of the
+// statement is refused.
+template <class TRecord>
+constexpr bool kMakesFloor = requires(Report::NodeMap& map, TRecord&& record) {
+  Method::GetFloor(map, std::forward<TRecord>(record));
+};
+template <class TRecord>
+constexpr bool kMakesCalItem = requires(Report::NodeMap& map, TRecord&& record) {
+  Method::GetCalItem(map, std::forward<TRecord>(record));
+};
+template <class TRecord>
+constexpr bool kMakesPjCalItem = requires(Report::NodeMap& map, TRecord&& record) {
+  Method::GetPjCalItem(map, std::forward<TRecord>(record));
+};
+static_assert(kMakesFloor<const KorDMRec::SKorDMFloorRec&>);
+static_assert(!kMakesFloor<KorDMRec::SKorDMFloorRec>);
+static_assert(kMakesCalItem<const KorDMRec::SKorDMCalItemRec&>);
+static_assert(!kMakesCalItem<KorDMRec::SKorDMCalItemRec>);
+static_assert(kMakesCalItem<const KorDMRec::SKorDMCalItemDetailQRec&>);
+static_assert(!kMakesCalItem<KorDMRec::SKorDMCalItemDetailQRec>);
+static_assert(kMakesPjCalItem<const KorDMRec::SKorDMPjCalItemRec&>);
+static_assert(!kMakesPjCalItem<KorDMRec::SKorDMPjCalItemRec>);
+
+// So these live as long as the program.
 const std::wstring kSgd = L"一区";
 const KorDMRec::SKorDMCalItemRec kCalItem = CalItem(2.5);
 const KorDMRec::SKorDMCalItemDetailQRec kDetailItem{1, L"长度", L"m", 2.5, 3, 4, 5, L"1+1.5"};
@@ -165,12 +188,13 @@ TEST_F(ReportDataNode, EveryLookUpFindsItsNodeAgain) {
 TEST_F(ReportDataNode, EveryLookUpIsNullWhereTheKeyHoldsAnotherClass) {
   for (const SLookUp& lookUp : LookUps()) {
     SCOPED_TRACE(lookUp.name);
+    const KorDMRec::SKorDMFloorRec floor{1, lookUp.key, L""};
     Report::NodeMap map;
     // A discipline, or a floor against the look-up of disciplines.
     const bool isSpec = std::string(lookUp.name) == "Spec";
-    const IReportDataNode* other =
-        isSpec ? static_cast<IReportDataNode*>(Method::GetFloor(map, {1, lookUp.key, L""}))
-               : Method::GetSpec(map, {1, lookUp.key});
+    const IReportDataNode* other = isSpec
+                                       ? static_cast<IReportDataNode*>(Method::GetFloor(map, floor))
+                                       : Method::GetSpec(map, {1, lookUp.key});
     EXPECT_EQ(lookUp.look(map), nullptr);
     EXPECT_EQ(map.size(), 1U);
     EXPECT_EQ(map.begin()->second.get(), other);
@@ -187,7 +211,8 @@ TEST_F(ReportDataNode, ChildrenStandInPlainTextOrder) {
 
 TEST_F(ReportDataNode, FloorKeepsTheFirstFloorText) {
   CReportFloor* floor = Method::GetFloor(nodes, kFloor);
-  EXPECT_EQ(Method::GetFloor(nodes, {2, L"标准层", L"7"}), floor);
+  const KorDMRec::SKorDMFloorRec second{2, L"标准层", L"7"};
+  EXPECT_EQ(Method::GetFloor(nodes, second), floor);
   EXPECT_EQ(floor->floorText, L"2,4");
 }
 
@@ -216,7 +241,7 @@ TEST_F(ReportDataNode, SysCodeNodeIsNumberedByTheRealPath) {
   EXPECT_EQ(node->sortId, 4);
   EXPECT_EQ(node->name, L"*B");
   EXPECT_EQ(node->fullName, L"A\\B\\*B");
-  EXPECT_TRUE(node->extra.empty());
+  EXPECT_EQ(node->extra, nullptr);
   EXPECT_EQ(Method::GetSysCodeNode(nodes, kSpec, L"X", L"X")->sortId, 1000000);
   EXPECT_EQ(Method::GetSysCodeNode(nodes, kSpec, L"A*", L"A*")->sortId, 1000000);
 }
@@ -227,7 +252,7 @@ std::vector<std::wstring> Chain(const Report::NodeMap& root) {
   const Report::NodeMap* level = &root;
   while (level->size() == 1) {
     const auto* node = NodeAs<CReportSysCode>(level->begin()->second);
-    chain.push_back(std::wstring(node->name) + L" " + std::wstring(node->fullName) + L" " +
+    chain.push_back(node->name.Text() + L" " + node->fullName.Text() + L" " +
                     std::to_wstring(node->sortId));
     level = &node->children;
   }
@@ -316,7 +341,8 @@ TEST_F(ReportDataNode, CalItemKeepsItsTexts) {
 
 TEST_F(ReportDataNode, FittingKeepsTheFirstUnit) {
   const CReportPjCalItem* node = Method::GetPjCalItem(nodes, kPjItem);
-  EXPECT_EQ(Method::GetPjCalItem(nodes, {2, L"DN25", L"弯头", L"套", 1}), node);
+  const KorDMRec::SKorDMPjCalItemRec second{2, L"DN25", L"弯头", L"套", 1};
+  EXPECT_EQ(Method::GetPjCalItem(nodes, second), node);
   EXPECT_EQ(node->text1, L"DN25");
   EXPECT_EQ(node->name, L"弯头");
   EXPECT_EQ(node->unit, L"个");
@@ -394,10 +420,18 @@ TEST_F(ReportDataNode, FittingResultCountsOneForEachComponent) {
   EXPECT_EQ(node->GetComponentText(), L"c1$c1$");
 }
 
+void SetComponents(SResultIdentity& result, const Report::CellArray& names) {
+  result.components.clear();
+  for (const std::wstring& name : names) {
+    result.components.push_back(name);
+  }
+}
+
 TEST_F(ReportDataNode, ComponentTextLeavesOutEmptyReferences) {
+  const Report::CellArray names{L"b", L"", L"a", L"b"};
   SResultIdentity result;
   EXPECT_EQ(result.GetComponentText(), L"");
-  result.components = {L"b", L"", L"a", L"b"};
+  SetComponents(result, names);
   EXPECT_EQ(result.GetComponentText(), L"b$a$b$");
   EXPECT_EQ(result.ComponentTextSize(), 6U);
   std::wstring text = L"x$$";
@@ -406,16 +440,19 @@ TEST_F(ReportDataNode, ComponentTextLeavesOutEmptyReferences) {
 }
 
 TEST_F(ReportDataNode, RepeatFormulaCountsEveryComponent) {
+  const Report::CellArray one{L"a"};
+  const Report::CellArray three{L"a", L"", L"a"};
+  const Report::CellArray expressions{L"1+1.5", L"3-1", L"2*3"};
   SResultIdentity result;
-  result.expression = L"1+1.5";
+  result.expression = expressions[0];
   EXPECT_EQ(result.GetRepeatFormula(), L"1+1.5");
-  result.components = {L"a"};
+  SetComponents(result, one);
   EXPECT_EQ(result.GetRepeatFormula(), L"1+1.5");
-  result.components = {L"a", L"", L"a"};
+  SetComponents(result, three);
   EXPECT_EQ(result.GetRepeatFormula(), L"(1+1.5)*3件");
-  result.expression = L"3-1";
+  result.expression = expressions[1];
   EXPECT_EQ(result.GetRepeatFormula(), L"(3-1)*3件");
-  result.expression = L"2*3";
+  result.expression = expressions[2];
   EXPECT_EQ(result.GetRepeatFormula(), L"2*3*3件");
 }
 

@@ -16,8 +16,8 @@
 /// One detail result. The texts belong to the result set.
 struct SFigureResult {
   std::array<double, 4> quantities{};  ///< of all components on one floor
-  std::wstring_view sgdName;
-  std::wstring_view floorText;
+  CTextRef sgdName;
+  CTextRef floorText;
   std::size_t lastReference = 0;  ///< behind its references, which follow those before it
   int floorCount = 0;             ///< floors that `floorText` stands for
 };

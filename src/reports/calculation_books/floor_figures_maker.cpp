@@ -16,7 +16,6 @@ void CFloorFiguresMaker::StartRun(const Report::NodeMap& itemChildren, std::uint
 }
 
 void CFloorFiguresMaker::AddResult(const CReportResultDetail& detail) {
-  detail.PrefetchComponents();
   components_.insert(components_.end(), detail.components.begin(), detail.components.end());
   // Until the references are written, the number of components.
   results_.push_back({ComponentQuantities(detail), detail.sgdName, detail.floorText,
@@ -25,12 +24,15 @@ void CFloorFiguresMaker::AddResult(const CReportResultDetail& detail) {
 }
 
 void CFloorFiguresMaker::EndItem() {
+  for (const CTextRef& component : components_) {
+    Prefetch(component.data());
+  }
   auto component = components_.begin();
   for (; written_ < results_.size(); ++written_) {
     SFigureResult& result = results_[written_];
     for (std::size_t i = 0; i < result.lastReference; ++i, ++component) {
       if (!component->empty()) {
-        references_ += *component;
+        references_ += component->Text();
         references_ += L'$';
       }
     }

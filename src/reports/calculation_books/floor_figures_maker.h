@@ -52,7 +52,7 @@ class CFloorFiguresMaker {
   std::vector<SFigureResult> results_;
   std::wstring references_;
   // Of the item: the components of its results, to be written when their names have arrived.
-  std::vector<std::wstring_view> components_;
+  std::vector<CTextRef> components_;
   std::size_t written_ = 0;  // results whose references are
   // Of the call of EndFloor that runs.
   SFloorFigures* figures_ = nullptr;

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "report_model/text_ref.h"
 #include "result_store/db_records.h"
 
 /// Numbers the system codes of a set, completed as their nodes are, in the order of the walk: level
@@ -35,8 +36,8 @@ class CSysCodeOrder {
   /// The codes at and below a path of any number of levels.
   SRange Below(std::wstring_view path) const;
   /// A text that orders as the numbers do.
-  std::wstring_view Key(std::uint32_t number) const {
-    return number == kNone ? std::wstring_view() : std::wstring_view(keys_[number]);
+  CTextRef Key(std::uint32_t number) const {
+    return number == kNone ? CTextRef() : CTextRef(keys_[number]);
   }
   /// The number of a code's system.
   std::uint32_t System(std::uint32_t number) const { return systems_[number]; }

@@ -170,7 +170,7 @@ class CFittingWalk {
           if (showsFloors_) {
             element.FloorSortId = node.grade.grade;
             element.FloorName = node.name;
-            SetFloor(element, picked.IsOther() ? picked.SecondText() : node.floorText);
+            SetFloor(element, picked.IsOther() ? picked.SecondText() : node.floorText.Text());
           }
         });
     return floors;

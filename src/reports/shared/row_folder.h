@@ -11,7 +11,7 @@
 #include <numeric>
 #include <string>
 #include <string_view>
-#include <unordered_map>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -65,11 +65,7 @@ class CRowFolder {
   using LookUp = std::function<IReportDataNode*(Report::NodeMap&, const TRecords&)>;
 
   CRowFolder(Report::NodeMap& root, const TData& data)
-      : root_(root),
-        data_(data),
-        resultOrder_(data),
-        components_(data.components.size()),
-        attKeys_(data.attrs.size()) {
+      : root_(root), data_(data), resultOrder_(data), attKeys_(data.attrs.size()) {
     entries_.reserve(data.rows.size());
   }
 
@@ -160,7 +156,6 @@ class CRowFolder {
   /// which lie far apart.
   CRowFolder& CountComponentsOnly() {
     listsComponents_ = false;
-    components_ = {};
     return *this;
   }
 
@@ -202,10 +197,6 @@ class CRowFolder {
       }
     }
     resultOrder_.Add(row);
-    if (listsComponents_) {
-      const auto component = static_cast<std::size_t>(row.component);
-      components_[component] = data_.components[component].name;
-    }
     entries_.push_back({0, 0, static_cast<std::uint32_t>(&row - data_.rows.data()), group});
   }
 
@@ -229,6 +220,9 @@ class CRowFolder {
   static constexpr wchar_t kLevelEnd = std::numeric_limits<wchar_t>::min();
   /// Writes the text that orders the nodes of a level.
   using WriteKey = std::function<void(std::wstring& key, const TRecords& records)>;
+  /// Whether a fold goes on to read the components' texts; the summaries leave them to a request.
+  static constexpr bool kReadsComponents =
+      !std::is_same_v<typename TRecords::TCalItem, KorDMRec::SKorDMCalItemRec>;
   static constexpr std::size_t kNoLevel = static_cast<std::size_t>(-1);
 
   struct SLevel {
@@ -237,7 +231,9 @@ class CRowFolder {
     WriteKey writeKey;
     LookUp lookUp;
     CTextRanks ranks;
-    unsigned lowestBit = 0;  // of its rank within an entry
+    // Of its rank within an entry.
+    unsigned lowestBit = 0;
+    unsigned bits = 0;
 
     std::uint32_t RecordOf(const TRow& row, std::uint32_t group) {
       if (columns.empty()) {
@@ -309,7 +305,8 @@ class CRowFolder {
     for (auto level = levels_.rbegin(); level != levels_.rend(); ++level) {
       level->ranks.Rank();
       level->lowestBit = bits;
-      bits += level->ranks.Bits();
+      level->bits = level->ranks.Bits();
+      bits += level->bits;
     }
     isSorted_ = bits < 2 * SFoldEntry::kWord && !KeysMayMeet();
     if (!isSorted_) {
@@ -318,7 +315,7 @@ class CRowFolder {
     for (SFoldEntry& entry : entries_) {
       const TRow& row = data_.rows[entry.row];
       for (SLevel& level : levels_) {
-        entry.Push(level.ranks.RankOf(level.RecordOf(row, entry.group)), level.ranks.Bits());
+        entry.Push(level.ranks.RankOf(level.RecordOf(row, entry.group)), level.bits);
       }
     }
     SortEntries(entries_, bits);
@@ -437,9 +434,9 @@ class CRowFolder {
     for (std::size_t i = records; i < rows; ++i) {
       PrefetchItem(ItemOf(RowAt(i)));
     }
-    if (listsComponents_) {
+    if (listsComponents_ && kReadsComponents) {
       for (std::size_t i = records; i < rows; ++i) {
-        Prefetch(&components_[static_cast<std::size_t>(RowAt(i).component)]);
+        Prefetch(&ComponentOf(RowAt(i)).Text());
       }
     }
   }
@@ -494,20 +491,22 @@ class CRowFolder {
         isBehindAll ? EPlace::BehindAll : EPlace::Anywhere);
   }
 
+  CTextRef ComponentOf(const TRow& row) const {
+    return listsComponents_
+               ? CTextRef(data_.components[static_cast<std::size_t>(row.component)].name)
+               : CTextRef();
+  }
+
   // The components of the runs from `first` on, `count` in all.
   template <class TResult>
   void AddComponents(TResult& result, std::size_t first, std::size_t last, std::size_t count) {
-    if (!listsComponents_) {
-      result.components.resize(result.components.size() + count);
-      return;
-    }
     if (result.components.empty()) {
       result.components.reserve(count);
     }
     for (std::size_t at = first; at < last; ++at) {
       const SRun& run = runs_[order_[at]];
       for (std::size_t i = run.begin; i < run.end; ++i) {
-        result.components.push_back(components_[static_cast<std::size_t>(RowAt(i).component)]);
+        result.components.push_back(ComponentOf(RowAt(i)));
       }
     }
   }
@@ -518,7 +517,6 @@ class CRowFolder {
   std::size_t sysCodeLevel_ = kNoLevel;
   std::vector<SFoldEntry> entries_;
   CResultOrder<TData> resultOrder_;
-  std::vector<std::wstring_view> components_;  // the names of the records, close together
   bool listsComponents_ = true;
   bool isSorted_ = false;
   std::wstring key_;

@@ -44,7 +44,7 @@ class CWholeSums {
 
   struct SLevel {
     CReportSysCode* node;
-    Report::NodeMap::Nodes::const_iterator next;
+    Report::NodeMap::Place next;
     SWholeSum sum;
   };
 

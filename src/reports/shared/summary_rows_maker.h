@@ -38,7 +38,7 @@ class CSummaryRows::CMaker {
   // A system code whose parts are being laid out.
   struct SLevel {
     const CReportSysCode* node;
-    Report::NodeMap::Nodes::const_iterator next;
+    Report::NodeMap::Place next;
     std::size_t place;
   };
 

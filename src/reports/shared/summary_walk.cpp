@@ -109,8 +109,8 @@ bool CSummaryWalk::AddFloor(double& sum, const SFloorStep& step) {
   CCellBlock block;
   if (ShowsFloors()) {
     const bool showsDrawing = shape_.floorCell == EFloorCell::DrawingFloor;
-    FloorCells(AddingTo(block), node.name, showsDrawing ? step.drawingFloor : step.floor, unit_,
-               local.quantity);
+    FloorCells(AddingTo(block), node.name.Text(), showsDrawing ? step.drawingFloor : step.floor,
+               unit_, local.quantity);
   }
   if (isWhole && Opens(0)) {
     CSummaryRows::SOpen open = Open();

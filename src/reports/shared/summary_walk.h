@@ -79,7 +79,7 @@ class CSummaryWalk {
     SFrame(const CReportSysCode& sysCode, std::size_t references)
         : node(sysCode), next(sysCode.children.InOrder().begin()), chainBegin(references) {}
     const CReportSysCode& node;
-    Report::NodeMap::Nodes::const_iterator next;
+    Report::NodeMap::Place next;
     std::size_t chainBegin;  // in the chain of references
     double sum = 0;
     std::set<CSysResultData> blocks;

@@ -71,7 +71,7 @@ class CSysCodeWalk {
     explicit SLevel(const CReportSysCode& sysCode)
         : holder(&sysCode), next(sysCode.children.InOrder().begin()) {}
     const CReportSysCode* holder;
-    Report::NodeMap::Nodes::const_iterator next;
+    Report::NodeMap::Place next;
   };
 
   std::vector<std::vector<std::wstring>> paths_;

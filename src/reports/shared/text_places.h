@@ -35,7 +35,7 @@ class CTextPlaces {
 template <class TNode>
 void CollectNodes(const Report::NodeMap& children, std::vector<TNode*>& nodes) {
   std::vector<const Report::NodeMap*> levels{&children};
-  std::vector<Report::NodeMap::Nodes::const_iterator> places{children.InOrder().begin()};
+  std::vector<Report::NodeMap::Place> places{children.InOrder().begin()};
   while (!levels.empty()) {
     if (places.back() == levels.back()->InOrder().end()) {
       levels.pop_back();

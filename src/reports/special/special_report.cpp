@@ -236,10 +236,10 @@ const CSpecialReport::SKindItem& CSpecialReport::ItemOf(SKind& kind, const std::
 
 void CSpecialReport::FillFloor(CItemSums& sums, const CReportFloor& floor,
                                const CPickedFloor& picked) {
-  const std::wstring& shown = picked.IsOther() ? picked.SecondText() : floor.name;
+  const std::wstring& shown = picked.IsOther() ? picked.SecondText() : floor.name.Text();
   const int grade = picked.IsOther() ? SFloorGrade(shown).grade : floor.grade.grade;
   for (SOpenSum& sum : sums.OnFloor()) {
-    sum.row.FloorName = &floor.name;
+    sum.row.FloorName = &floor.name.Text();
     sum.row.Floor = &shown;
     sum.row.FloorSortId = grade;
   }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
 #include <set>
 #include <string>
 #include <utility>
@@ -20,12 +21,13 @@ CCellBlock BlockOf(const std::wstring& text) {
 TEST(FloorBlocks, StandInTheOrderOfASetOfFloors) {
   const Report::CellArray names{L"10", L"2", L"-1", L"1-3", L"1",   L"roof", L"0",
                                 L"01", L"2", L"-2", L"1/5", L"1,4", L"3.5",  L"3"};
+  std::deque<KorDMRec::SKorDMFloorRec> records;
   Report::NodeMap nodes;
   std::set<CFloorResultData> set;
   CFloorBlocks blocks;
   int number = 0;
   for (const std::wstring& name : names) {
-    KorDMRec::SKorDMFloorRec record;
+    KorDMRec::SKorDMFloorRec& record = records.emplace_back();
     record.name = name;
     const std::wstring text = name + L" " + std::to_wstring(number++);
     CFloorResultData element(name);
@@ -42,9 +44,9 @@ TEST(FloorBlocks, StandInTheOrderOfASetOfFloors) {
 }
 
 TEST(FloorBlocks, GoByTheTextTheyArePutUnder) {
-  Report::NodeMap nodes;
   KorDMRec::SKorDMFloorRec record;
   record.name = L"1-3";
+  Report::NodeMap nodes;
   const CReportFloor& node = *CReportDataMethod::GetFloor(nodes, record);
   CFloorBlocks blocks;
   blocks.Put(node, L"3", BlockOf(L"third"));

@@ -24,12 +24,12 @@ void Describe(std::vector<std::wstring>& lines, const Report::NodeMap& children,
     if (const auto* attribute = NodeAs<CReportAttribute>(node)) {
       line += L"|" + attribute->value + L"|" + attribute->sortKey->name;
     } else if (const auto* item = NodeAs<CReportCalItem>(node)) {
-      line += L"|" + item->text3;
+      line += L"|" + item->text3.Text();
     } else if (const auto* floor = NodeAs<CReportFloor>(node)) {
-      line += L"|" + floor->floorText;
+      line += L"|" + floor->floorText.Text();
     } else if (const auto* result = NodeAs<CReportResult>(node)) {
       line += L"|" + result->GetComponentText() + std::to_wstring(result->floorCount);
-      line += std::wstring(L"|") + std::wstring(result->floorText);
+      line += L"|" + result->floorText.Text();
     }
     lines.push_back(line);
     Describe(lines, node->children, indent + L" ");
