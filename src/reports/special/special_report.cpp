@@ -3,6 +3,10 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <string>
+#include <unordered_map>
+#include <unordered_set>
+#include <vector>
 
 #include "reports/shared/text_places.h"
 
@@ -102,7 +106,9 @@ class CItemList {
   }
   void Add(const CReportCalItem& node) {
     item_.name = &*texts_.insert(node.name).first;
-    item_.unit = &*texts_.insert(node.unit).first;
+    if (item_.unit == nullptr || *item_.unit != node.unit.Text()) {
+      item_.unit = &*texts_.insert(node.unit).first;
+    }
     sums_.items.push_back(item_);
     calItems_.push_back(&node);
   }
@@ -177,13 +183,21 @@ void CSpecialReport::SumDetails(IReportDataNode& group, SDetailSums& sums) {
   sums = {};
   CItemList items(sums, itemTexts_);
   items.AddAllBelow(group);
-  std::map<std::wstring_view, std::vector<std::size_t>> itemsOfNames;
+  // One text is one object.
+  std::unordered_map<const std::wstring*, std::vector<std::size_t>> itemsOfNames;
+  std::vector<const std::wstring*> names;
   for (std::size_t i = 0; i < sums.items.size(); ++i) {
-    itemsOfNames[*sums.items[i].name].push_back(i);
+    std::vector<std::size_t>& itemsOfName = itemsOfNames[sums.items[i].name];
+    if (itemsOfName.empty()) {
+      names.push_back(sums.items[i].name);
+    }
+    itemsOfName.push_back(i);
   }
+  std::sort(names.begin(), names.end(),
+            [](const std::wstring* a, const std::wstring* b) { return *a < *b; });
   CDetailList details;
-  for (const auto& [name, itemsOfName] : itemsOfNames) {
-    for (const std::size_t i : itemsOfName) {
+  for (const std::wstring* name : names) {
+    for (const std::size_t i : itemsOfNames[name]) {
       details.Add(sums.items[i], *items.CalItems()[i]);
     }
   }
