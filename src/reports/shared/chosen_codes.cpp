@@ -161,7 +161,7 @@ CSummaryRows::CChosenCodes::SValues CSummaryRows::CChosenCodes::SumOf(std::size_
 void CSummaryRows::CChosenCodes::PrefetchStep(std::size_t step) const {
   if (step < steps_.size()) {
     const SRow& row = kept_.rows_[steps_[step].rows.first];
-    Prefetch(kept_.text_.data() + row.text);
+    Prefetch(kept_.text_.data() + row.quantityText);
     Prefetch(kept_.references_.data() + row.references);
   }
 }

@@ -26,8 +26,8 @@ class CSummaryRows::CRun final : public IKeptRows {
 };
 
 CSummaryRows::CSummaryRows(const Report::NodeMap& nodes, EFirstSysCodes firstSysCodes,
-                           EChainMark mark) {
-  CMaker(*this, firstSysCodes, mark).Make(nodes);
+                           EChainMark mark, ELines lines) {
+  CMaker(*this, firstSysCodes, mark, lines).Make(nodes);
 }
 
 void CSummaryRows::AddTo(CCellBlock& out, const SDetailItems& rows, const SOpen& open,

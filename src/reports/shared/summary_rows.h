@@ -34,9 +34,13 @@ class CSummaryRows {
     bool lines = false;
   };
 
+  /// Whether requests may open lines.
+  enum class ELines { Shown, Hidden };
+
   /// Makes the rows of the floors among `nodes`, whose sums are known, and tells each floor
   /// which of the rows are its own.
-  CSummaryRows(const Report::NodeMap& nodes, EFirstSysCodes firstSysCodes, EChainMark mark);
+  CSummaryRows(const Report::NodeMap& nodes, EFirstSysCodes firstSysCodes, EChainMark mark,
+               ELines lines);
 
   /// Those that a request without a filter shows.
   SDetailItems Whole() const { return {0, wholeEnd_}; }
@@ -72,13 +76,14 @@ class CSummaryRows {
   class CRun;
 
   enum class EKind : std::uint8_t { Floor, SysCode, Line };
-  // The title (name or formula) and the quantity as text follow on each other in `text_`. Nodes
-  // that follow on each other in the tree do so in `references_`.
+  // The title (name or formula) and the quantity as text stand in `text_`, a title of several
+  // system codes once. Nodes that follow on each other in the tree do so in `references_`.
   struct SRow {
     double quantity;
     std::uint32_t next;  // to go on with where neither it nor what lies below is shown
-    std::uint32_t text;
+    std::uint32_t title;
     std::uint32_t titleSize;
+    std::uint32_t quantityText;
     std::uint32_t references;
     std::uint32_t referencesSize;
     std::uint32_t detail;  // the number of a line; the place of a system code's name in `names_`
@@ -98,10 +103,10 @@ class CSummaryRows {
 
   std::span<const SPlacedCode> Named(const std::wstring& name) const;
   std::wstring_view Title(const SRow& row) const {
-    return std::wstring_view(text_).substr(row.text, row.titleSize);
+    return std::wstring_view(text_).substr(row.title, row.titleSize);
   }
   std::wstring_view Quantity(const SRow& row) const {
-    return std::wstring_view(text_).substr(row.text + row.titleSize, row.quantitySize);
+    return std::wstring_view(text_).substr(row.quantityText, row.quantitySize);
   }
   std::wstring_view References(const SRow& row) const {
     return std::wstring_view(references_).substr(row.references, row.referencesSize);

@@ -52,21 +52,32 @@ std::uint32_t CSummaryRows::CMaker::Narrow(std::size_t size) {
 }
 
 template <class TAppend>
+CSummaryRows::CMaker::STextPart CSummaryRows::CMaker::Append(TAppend&& append) {
+  const std::size_t begin = to_.text_.size();
+  append(to_.text_);
+  return {Narrow(begin), Narrow(to_.text_.size() - begin)};
+}
+
+CSummaryRows::CMaker::STextPart CSummaryRows::CMaker::TitleOf(const CReportSysCode& node) {
+  const auto [at, isNew] = titles_.try_emplace({&node.name.Text(), &node.remark.Text()});
+  if (isNew) {
+    at->second = Append([&node](std::wstring& text) { AppendTitle(text, node); });
+  }
+  return at->second;
+}
+
 CSummaryRows::SRow& CSummaryRows::CMaker::AddRow(EKind kind, double quantity, const SPart& part,
-                                                 TAppend&& appendTitle) {
-  std::wstring& text = to_.text_;
-  const std::size_t begin = text.size();
-  appendTitle(text);
-  const std::size_t titleSize = text.size() - begin;
-  AppendNumber(text, quantity);
+                                                 const STextPart& title) {
+  const STextPart number = Append([quantity](std::wstring& text) { AppendNumber(text, quantity); });
   to_.rows_.push_back({.quantity = quantity,
                        .next = 0,
-                       .text = Narrow(begin),
-                       .titleSize = Narrow(titleSize),
+                       .title = title.begin,
+                       .titleSize = title.size,
+                       .quantityText = number.begin,
                        .references = Narrow(part.begin),
                        .referencesSize = Narrow(part.size),
                        .detail = 0,
-                       .quantitySize = static_cast<std::uint8_t>(text.size() - begin - titleSize),
+                       .quantitySize = static_cast<std::uint8_t>(number.size),
                        .kind = kind,
                        .depth = 0});
   return to_.rows_.back();
@@ -75,9 +86,8 @@ CSummaryRows::SRow& CSummaryRows::CMaker::AddRow(EKind kind, double quantity, co
 void CSummaryRows::CMaker::AddFloor(const SFloor& place) {
   CReportFloor& floor = *place.node;
   const std::size_t row = to_.rows_.size();
-  AddRow(EKind::Floor, floor.whole.quantity, {}, [&](std::wstring& text) {
-    text += floor.name;
-  }).next = Narrow(row + 1);
+  const STextPart name = Append([&floor](std::wstring& text) { text += floor.name; });
+  AddRow(EKind::Floor, floor.whole.quantity, {}, name).next = Narrow(row + 1);
   for (CReportSysCode* sysCode : FirstSysCodesOf(floor, firstSysCodes_)) {
     if (sysCode->whole.counted) {
       to_.placed_.push_back({sysCode, place.place, Narrow(row), Narrow(to_.rows_.size())});
@@ -124,30 +134,37 @@ void CSummaryRows::CMaker::AddSysCode(std::size_t place, std::size_t depth) {
   const SPart& part = parts_[place];
   const auto& node = static_cast<const CReportSysCode&>(*part.node);
   const std::size_t first = to_.rows_.size();
-  SRow& row = AddRow(EKind::SysCode, node.whole.quantity, part,
-                     [&](std::wstring& text) { AppendTitle(text, node); });
+  SRow& row = AddRow(EKind::SysCode, node.whole.quantity, part, TitleOf(node));
   row.depth = static_cast<std::uint8_t>(depth);
   row.detail = NumberOf(node.name);
-  if (depth + 1 < SYSCODE_LEVEL_COUNT) {
+  const bool isLast = depth + 1 == SYSCODE_LEVEL_COUNT;
+  if (!isLast) {
     for (const std::size_t child : SysCodesBelow(place)) {
       AddSysCode(child, depth + 1);
     }
   }
   const std::size_t firstLine = to_.rows_.size();
-  std::uint32_t number = 1;
-  for (std::size_t child = place + 1; child < part.next; child = parts_[child].next) {
-    if (const auto* result = NodeAs<CReportResult>(parts_[child].node)) {
-      const int floors = result->floorCount;
-      AddRow(EKind::Line, result->Quantity(floors), parts_[child], [&](std::wstring& text) {
-        AppendFormula(text, *result, floors);
-      }).detail = number;
-      ++number;
-    }
+  // Where a filter leaves some codes out, the lines beside these count.
+  if (!isLast || lines_ == ELines::Shown) {
+    AddLines(place);
   }
   const std::uint32_t next = Narrow(to_.rows_.size());
   to_.rows_[first].next = next;
   for (std::size_t line = firstLine; line < next; ++line) {
     to_.rows_[line].next = next;
+  }
+}
+
+void CSummaryRows::CMaker::AddLines(std::size_t place) {
+  std::uint32_t number = 1;
+  for (std::size_t child = place + 1; child < parts_[place].next; child = parts_[child].next) {
+    if (const auto* result = NodeAs<CReportResult>(parts_[child].node)) {
+      const int floors = result->floorCount;
+      const STextPart formula =
+          Append([&](std::wstring& text) { AppendFormula(text, *result, floors); });
+      AddRow(EKind::Line, result->Quantity(floors), parts_[child], formula).detail = number;
+      ++number;
+    }
   }
 }
 

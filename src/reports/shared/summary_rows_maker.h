@@ -4,9 +4,11 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "platform/text_numbers.h"
@@ -17,8 +19,8 @@
 
 class CSummaryRows::CMaker {
  public:
-  CMaker(CSummaryRows& to, EFirstSysCodes firstSysCodes, EChainMark mark)
-      : to_(to), firstSysCodes_(firstSysCodes), mark_(mark) {}
+  CMaker(CSummaryRows& to, EFirstSysCodes firstSysCodes, EChainMark mark, ELines lines)
+      : to_(to), firstSysCodes_(firstSysCodes), mark_(mark), lines_(lines) {}
 
   /// `nodes` are those that hold the floors.
   void Make(const Report::NodeMap& nodes);
@@ -47,21 +49,32 @@ class CSummaryRows::CMaker {
   void LayOut(const CReportSysCode& first);
   void Enter(const CReportSysCode& node);
   void AddSysCode(std::size_t place, std::size_t depth);
+  void AddLines(std::size_t place);
   std::vector<std::size_t> SysCodesBelow(std::size_t place);
   std::uint32_t NumberOf(std::wstring_view name);
   void RankNames();
   void FileCodes();
+  // A part of `to_.text_`.
+  struct STextPart {
+    std::uint32_t begin;
+    std::uint32_t size;
+  };
   template <class TAppend>
-  SRow& AddRow(EKind kind, double quantity, const SPart& part, TAppend&& appendTitle);
+  STextPart Append(TAppend&& append);
+  STextPart TitleOf(const CReportSysCode& node);
+  SRow& AddRow(EKind kind, double quantity, const SPart& part, const STextPart& title);
 
   CSummaryRows& to_;
   const EFirstSysCodes firstSysCodes_;
   const EChainMark mark_;
+  const ELines lines_;
   std::vector<SLevel> levels_;
   std::vector<SPart> parts_;  // of the first system code in hand
   std::vector<const CReportResult*> results_;
   std::size_t size_ = 0;                                          // of the references
   std::unordered_map<std::wstring_view, std::uint32_t> numbers_;  // of the names as they came
+  // By name and remark, which stand once in the store.
+  std::map<std::pair<const std::wstring*, const std::wstring*>, STextPart> titles_;
 };
 
 #endif  // TALLY_REPORTS_SHARED_SUMMARY_ROWS_MAKER_H_

@@ -141,8 +141,10 @@ CSummaryWalk::SysCodes CSummaryWalk::ChosenSysCodes(const CReportFloor& node) co
 
 const CSummaryRows& CSummaryWalk::WholeRows(const SFloorParent& parent) const {
   if (parent.rows == nullptr) {
-    parent.rows = std::make_shared<const CSummaryRows>(parent.children, shape_.firstSysCodes,
-                                                       shape_.chainMark);
+    parent.rows = std::make_shared<const CSummaryRows>(
+        parent.children, shape_.firstSysCodes, shape_.chainMark,
+        shape_.lineLevel == SSummaryShape::kNoLines ? CSummaryRows::ELines::Hidden
+                                                    : CSummaryRows::ELines::Shown);
   }
   return *parent.rows;
 }
