@@ -99,12 +99,16 @@ void CCellBlock::MoveTo(Report::CellArray& out) {
   }
 }
 
+void CCellBlock::WriteTo(Report::CellArray& out) const {
+  for (const SCellRow* row = first_; row != nullptr; row = row->next) {
+    Write(out, *row);
+  }
+}
+
 Report::CellArray CCellBlock::Cells() const {
   Report::CellArray cells;
   cells.reserve(size_);
-  for (const SCellRow* row = first_; row != nullptr; row = row->next) {
-    Write(cells, *row);
-  }
+  WriteTo(cells);
   return cells;
 }
 

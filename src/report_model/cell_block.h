@@ -131,6 +131,10 @@ class TALLY_API CCellBlock {
   /// `out` is as it was.
   void MoveTo(Report::CellArray& out);
 
+  /// Writes all cells behind those of `out`, and keeps the rows. Where memory runs out, `out` may
+  /// have some of them.
+  void WriteTo(Report::CellArray& out) const;
+
   /// All cells as they will be written.
   Report::CellArray Cells() const;
 

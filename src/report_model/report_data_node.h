@@ -194,6 +194,7 @@ class CReportType final : public TReportDataNode<ENodeKind::Type> {
   std::wstring name;
 };
 
+class CKeptAnswer;
 class CSystemBookItems;
 struct SBookFigures;
 struct SFloorFigures;
@@ -206,6 +207,8 @@ class CReportSpec final : public TReportDataNode<ENodeKind::Spec> {
   std::wstring name;
   std::shared_ptr<const CSystemBookItems> bookItems;  ///< in the system calculation book
   std::shared_ptr<const SBookFigures> figures;        ///< in the member calculation book
+  /// To the last request that left nothing out, in the reports that keep it.
+  mutable std::shared_ptr<const CKeptAnswer> answer;
 };
 
 /// Floor. Key: `name`.

@@ -7,13 +7,16 @@
 #include <numeric>
 #include <set>
 #include <span>
+#include <string>
 #include <string_view>
 #include <tuple>
 #include <unordered_map>
 #include <utility>
 #include <vector>
 
+#include "platform/text_numbers.h"
 #include "report_mng/result_config.h"
+#include "report_model/cell_block.h"
 #include "report_model/report_data_method.h"
 #include "report_model/row_results.h"
 #include "reports/consumption/fittings_maker.h"
@@ -95,7 +98,7 @@ class CShownCodes {
     int sortId = 0;
   };
 
-  CShownCodes(const std::wstring& spec, int level) : spec_(spec), level_(level) {}
+  CShownCodes(std::wstring spec, int level) : spec_(std::move(spec)), level_(level) {}
 
   const SCode& Of(const CReportSysCode& sysCode) {
     if (last_ == nullptr || lastName_.data() != sysCode.fullName.data() ||
@@ -120,7 +123,7 @@ class CShownCodes {
     return code;
   }
 
-  const std::wstring& spec_;
+  const std::wstring spec_;
   const int level_;
   std::unordered_map<std::wstring_view, SCode> codes_;  // by full name
   std::wstring_view lastName_;
@@ -222,43 +225,64 @@ class CFittingWalk {
   CShownCodes& codes_;
 };
 
-// Writes elements.
-class CFittingRows {
+// The rows of elements. Their texts belong to the tree, the result set and the request.
+class CFittingRows final : public IKeptRows {
  public:
   void Add(const SPjHzData& element, double quantity,
            std::span<const std::wstring_view> references) {
-    cells_.clear();
-    if (!element.Floor.empty()) {
-      cells_.insert(cells_.end(), {L"@F", element.FloorName, element.Floor});
-    }
-    if (!element.SysCode.empty()) {
-      cells_.insert(cells_.end(), {L"@S", element.SysCode});
-    }
-    const SFitting& fitting = *element.Fitting;
-    cells_.insert(cells_.end(), {L"@Cg", element.Category->category, L"@A", fitting.line, L"@CI",
-                                 fitting.text1, fitting.name, fitting.unit, quantity});
-    if (references.size() == 1) {
-      cells_.emplace_back(references.front());
-      rows_.AddRow(cells_);
-      return;
-    }
-    auto joined = std::make_unique<SKeptText>();
-    joined->text.reserve(std::accumulate(
-        references.begin(), references.end(), std::size_t{0},
-        [](std::size_t size, std::wstring_view part) { return size + part.size(); }));
-    for (const std::wstring_view part : references) {
-      joined->text += part;
-    }
-    cells_.push_back(CCellSource::Slice(*joined, 0, joined->text.size()));
-    rows_.AddRow(cells_);
-    rows_.Keep(std::move(joined));
+    rows_.push_back({element.Floor, element.FloorName, element.SysCode, element.Category,
+                     element.Fitting, quantity, references_.size(), references.size()});
+    references_.insert(references_.end(), references.begin(), references.end());
+    constexpr std::size_t kFloorCells = 3;
+    constexpr std::size_t kSysCodeCells = 2;
+    constexpr std::size_t kFittingCells = 10;
+    cellCount_ += (element.Floor.empty() ? 0 : kFloorCells) +
+                  (element.SysCode.empty() ? 0 : kSysCodeCells) + kFittingCells;
   }
 
-  CCellBlock Take() { return std::move(rows_); }
+  std::size_t CellCount() const override { return cellCount_; }
+  void Write(Report::CellArray& out) const override {
+    const auto add = [&out](const auto&... texts) { (out.emplace_back(texts), ...); };
+    for (const SRow& row : rows_) {
+      if (!row.floor.empty()) {
+        add(L"@F", row.floorName, row.floor);
+      }
+      if (!row.sysCode.empty()) {
+        add(L"@S", row.sysCode);
+      }
+      const SFitting& fitting = *row.fitting;
+      add(L"@Cg", row.category->category, L"@A", fitting.line, L"@CI", fitting.text1, fitting.name,
+          fitting.unit);
+      AppendNumber(out.emplace_back(), row.quantity);
+      AppendReferences(out.emplace_back(), row);
+    }
+  }
 
  private:
-  CCellBlock rows_;
-  std::vector<CCellSource> cells_;
+  struct SRow {
+    std::wstring_view floor;
+    std::wstring_view floorName;
+    std::wstring_view sysCode;
+    const CReportCategory* category;
+    const SFitting* fitting;
+    double quantity;
+    std::size_t firstReferences;
+    std::size_t referencesCount;
+  };
+
+  void AppendReferences(std::wstring& text, const SRow& row) const {
+    const auto parts = std::span(references_).subspan(row.firstReferences, row.referencesCount);
+    text.reserve(std::accumulate(
+        parts.begin(), parts.end(), std::size_t{0},
+        [](std::size_t size, std::wstring_view part) { return size + part.size(); }));
+    for (const std::wstring_view part : parts) {
+      text += part;
+    }
+  }
+
+  std::vector<SRow> rows_;
+  std::vector<std::wstring_view> references_;  // that rows have joined
+  std::size_t cellCount_ = 0;
 };
 
 // The elements of a pass where their ordering is known to be consistent: sorted by numbers.
@@ -445,18 +469,17 @@ void CPjHzReport::GetPjHzData(Report::CellArray& rows, const std::wstring& reque
   if (node == nullptr) {
     return;
   }
-  CShownCodes codes(spec, level);
-  RunSectionPasses(
-      rows, bySgd,
-      [&](const CSectionChoice& sections) {
-        CFittingWalk walk(*node, condition, level, sections, codes);
-        CFittingRows placed;
-        if (CPlacedFittings(walk).Write(placed)) {
-          return placed.Take();
-        }
-        CFittingRows any;
-        CFittings(walk).Write(any);
-        return any.Take();
-      },
-      ESectionHeading::Always);
+  auto codes = std::make_shared<CShownCodes>(spec, level);
+  const auto pass = [&](const CSectionChoice& sections) {
+    CFittingWalk walk(*node, condition, level, sections, *codes);
+    auto fittings = std::make_unique<CFittingRows>();
+    if (!CPlacedFittings(walk).Write(*fittings)) {
+      fittings = std::make_unique<CFittingRows>();
+      CFittings(walk).Write(*fittings);
+    }
+    CCellBlock block;
+    block.AddKept(std::move(fittings));
+    return block;
+  };
+  RunKeptPasses(rows, *node, {level}, codes, bySgd, pass, ESectionHeading::Always);
 }

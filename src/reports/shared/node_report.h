@@ -3,13 +3,16 @@
 #define TALLY_REPORTS_SHARED_NODE_REPORT_H_
 
 #include <cstddef>
+#include <memory>
 #include <set>
 #include <string>
+#include <utility>
 
 #include "platform/code_page.h"
 #include "report_mng/ireport.h"
 #include "report_model/cell_block.h"
 #include "report_model/report_data_node.h"
+#include "reports/shared/kept_answer.h"
 #include "reports/shared/section_choice.h"
 
 class CNodeReport : public IReport {
@@ -62,6 +65,31 @@ class CNodeReport : public IReport {
         block.MoveTo(rows);
       }
     }
+  }
+
+  /// The same, but what leaves nothing out is kept with the discipline: it is answered from there
+  /// while the key is equal. `pass` answers rows that may refer to `texts` and to the tree, and
+  /// have no memory of the block's own.
+  template <class TPass>
+  void RunKeptPasses(Report::CellArray& rows, const CReportSpec& node, CKeptAnswer::SKey&& key,
+                     std::shared_ptr<const void> texts, int bySgd, TPass&& pass,
+                     ESectionHeading heading = ESectionHeading::OverRows) const {
+    const bool takesAll =
+        condition.floors.empty() && condition.sysCodes.empty() && condition.categories.empty();
+    RunSectionPasses(
+        rows, bySgd,
+        [&](const CSectionChoice& sections) {
+          if (!takesAll || !sections.TakesAll()) {
+            return pass(sections);
+          }
+          if (node.answer == nullptr || !node.answer->IsOf(key)) {
+            node.answer = nullptr;
+            node.answer = std::make_shared<const CKeptAnswer>(std::move(key), std::move(texts),
+                                                              pass(sections));
+          }
+          return CKeptAnswer::RowsOf(node.answer);
+        },
+        heading);
   }
 
   Report::NodeMap root;  ///< the disciplines

@@ -3,8 +3,8 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
-#include <span>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -12,7 +12,7 @@
 #include "platform/text_numbers.h"
 #include "platform/text_tool.h"
 #include "report_model/row_results.h"
-#include "reports/special/sum_blocks.h"
+#include "reports/special/sum_printing.h"
 #include "result_store/tally_data_mng.h"
 
 namespace {
@@ -23,6 +23,7 @@ constexpr SSpecialShape kShape{
     .attributeRow = CLevelTest::AtLeast(CSpecialReport::LevelAttribute),
     .remark = ERemark::InBrackets,
     .headKey = EHeadKey::Unit,
+    .layout = {EFloorCells::NodeFirst, EUnitCell::BehindReferences},
 };
 
 constexpr SSpecialOrderRule kOrder{
@@ -174,19 +175,16 @@ void CBrushPaintReport::GetBrushPaintData(Report::CellArray& rows, const std::ws
                                           const Report::SNewCondition& requestCondition, int level,
                                           int bySgd) {
   ShowGroups<CReportBrushPaint, CBrushPaintData, kOrder>(
-      rows, requestSpec, requestCondition, level, bySgd,
+      rows, requestSpec, requestCondition, level, bySgd, {},
       [this](const CReportBrushPaint& group, const auto& candidates,
-             std::span<const SDetailSum> details) {
-        SSumQuantityData sum;
-        CCellBlock detail = SumRows(sum, candidates, details, EHeadRows::AllItems);
-        const auto& [first, second, third, fourth] = sum.quantities;
-        CCellBlock block;
-        block.AddCells(L"@T",
-                       IsWaterPipe(spec, group.text1) ? std::wstring_view(L"水管") : group.text1,
-                       GetBrushPaintName(group), std::move(sum.unit), first, second, third, fourth);
-        block.Append(std::move(detail));
+             std::unique_ptr<CSpecialRows>&& blockRows) {
+        CSumPrinting printing(EHeadRows::AllItems);
+        blockRows->Print(candidates, printing);
+        blockRows->SetHead({L"@T", IsWaterPipe(spec, group.text1) ? L"水管" : group.text1,
+                            GetBrushPaintName(group), printing.Total().unit},
+                           printing.Total().quantities);
         return std::optional<CBrushPaintData>(std::in_place, group.number1, group.number2,
-                                              group.text2, std::move(block));
+                                              group.text2, BlockOf(std::move(blockRows)));
       });
 }
 

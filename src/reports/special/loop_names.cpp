@@ -10,7 +10,7 @@ std::wstring CLoopNames::Compose(const CReportCategory& category, int number) {
   return name;
 }
 
-const std::wstring& CLoopNames::Of(const CReportCategory& category, int number) {
+const std::deque<std::wstring>& CLoopNames::UpTo(const CReportCategory& category, int number) {
   if (&category != last_) {
     last_ = &category;
     namesOfLast_ = &names_[category.kind];
@@ -19,5 +19,5 @@ const std::wstring& CLoopNames::Of(const CReportCategory& category, int number) 
   while (namesOfLast_->size() < count) {
     namesOfLast_->push_back(Compose(category, static_cast<int>(namesOfLast_->size()) + 1));
   }
-  return (*namesOfLast_)[count - 1];
+  return *namesOfLast_;
 }

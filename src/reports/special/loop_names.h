@@ -8,13 +8,14 @@
 
 #include "report_model/report_data_node.h"
 
-/// Those that one request shows, each composed once.
+/// Those that one answer shows, each composed once.
 class CLoopNames {
  public:
   /// "%s回路%d".
   static std::wstring Compose(const CReportCategory& category, int number);
-  /// The same; stays as long as this object. REQUIRES: number > 0.
-  const std::wstring& Of(const CReportCategory& category, int number);
+  /// The names of a kind from 1 on, to `number` at least. They stay where they are as long as this
+  /// object does.
+  const std::deque<std::wstring>& UpTo(const CReportCategory& category, int number);
 
  private:
   std::unordered_map<std::wstring, std::deque<std::wstring>> names_;  // by component kind, from 1

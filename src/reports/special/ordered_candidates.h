@@ -13,7 +13,6 @@
 #include <utility>
 #include <vector>
 
-#include "reports/special/loop_names.h"
 #include "reports/special/special_row.h"
 
 /// Comes to the same as TSpecialCandidates where the attributes have places and different items
@@ -22,8 +21,6 @@
 template <SSpecialOrderRule kRule>
 class TOrderedCandidates {
  public:
-  explicit TOrderedCandidates(CLoopNames& loopNames) : loopNames_(loopNames) {}
-
   /// Begins another block.
   void Clear() {
     isRefuted_ = false;
@@ -82,17 +79,16 @@ class TOrderedCandidates {
     }
   }
 
-  /// Calls `addRow(const SSpecialRow&)` and `addCircuit(const SSpecialRow&, const std::wstring&
-  /// name, const CRowSum&)` for all candidates and circuits in order.
-  template <class TAddRow, class TAddCircuit>
-  void ForEachRow(std::span<const SDetailSum> details, TAddRow&& addRow,
-                  TAddCircuit&& addCircuit) const {
-    std::vector<SCircuits> circuits;  // of one attribute
+  /// Calls `addRow(const SSpecialRow&)` and `addCircuits(const SSpecialRow&, const SCircuits&)` for
+  /// all candidates and circuits in order.
+  template <class TAddRow, class TAddCircuits>
+  void ForEachRow(TAddRow&& addRow, TAddCircuits&& addCircuits) const {
+    std::vector<SItemCircuits> circuits;  // of one attribute
     for (const auto& [key, place] : places_) {
       for (const std::size_t at : place.rows) {
         const SSpecialRow& row = rows_[at];
         if (!circuits.empty() && !IsSamePlace(*circuits.front().row, row)) {
-          AddCircuits(circuits, details, addCircuit);
+          AddCircuits(circuits, addCircuits);
         }
         addRow(row);
         row.Details.ForEach([&](const SDetailRange& range) {
@@ -101,7 +97,7 @@ class TOrderedCandidates {
           }
         });
       }
-      AddCircuits(circuits, details, addCircuit);
+      AddCircuits(circuits, addCircuits);
     }
   }
 
@@ -123,7 +119,7 @@ class TOrderedCandidates {
   using Order = TSpecialOrder<kRule>;
   static constexpr std::size_t kMostSums = 4;
 
-  struct SCircuits {
+  struct SItemCircuits {
     const SSpecialRow* row;
     SDetailRange range;
   };
@@ -181,27 +177,25 @@ class TOrderedCandidates {
   }
 
   // The circuits of one attribute; of equal ones that which was counted first.
-  template <class TAddCircuit>
-  void AddCircuits(std::vector<SCircuits>& of, std::span<const SDetailSum> details,
-                   TAddCircuit& addCircuit) const {
-    const auto add = [&](const SCircuits& source, int number) {
+  template <class TAddCircuits>
+  static void AddCircuits(std::vector<SItemCircuits>& of, TAddCircuits& addCircuits) {
+    const auto add = [&](const SItemCircuits& source, int number, std::size_t count) {
       const std::size_t detail = source.range.first + static_cast<std::size_t>(number) - 1;
-      addCircuit(*source.row, loopNames_.Of(*source.range.circuits, number),
-                 CRowSum(details[detail]));
+      addCircuits(*source.row, SCircuits{source.range.circuits, number, detail, count});
     };
     if (of.size() == 1) {
-      for (int number = 1; number <= Count(of.front()); ++number) {
-        add(of.front(), number);
-      }
+      add(of.front(), 1, of.front().range.last - of.front().range.first);
     } else {
       for (const SCircuit& circuit : InOrder(of)) {
-        add(of[circuit.source], circuit.number);
+        add(of[circuit.source], circuit.number, 1);
       }
     }
     of.clear();
   }
-  static int Count(const SCircuits& of) { return static_cast<int>(of.range.last - of.range.first); }
-  static std::vector<SCircuit> InOrder(std::span<const SCircuits> of) {
+  static int Count(const SItemCircuits& of) {
+    return static_cast<int>(of.range.last - of.range.first);
+  }
+  static std::vector<SCircuit> InOrder(std::span<const SItemCircuits> of) {
     std::vector<SCircuit> circuits;
     for (std::size_t source = 0; source < of.size(); ++source) {
       const SDetailRange& range = of[source].range;
@@ -218,7 +212,6 @@ class TOrderedCandidates {
     return circuits;
   }
 
-  CLoopNames& loopNames_;
   bool isRefuted_ = false;
   std::vector<SSpecialRow> rows_;  // as they were first counted
   std::map<std::pair<int, int>, SRowPlace> places_;

@@ -9,7 +9,6 @@
 #include <tuple>
 
 #include "reports/shared/repeated_find.h"
-#include "reports/special/loop_names.h"
 #include "reports/special/special_row.h"
 
 /// A set of candidates, circuits among them, in which each is looked up before it is put in, detail
@@ -17,8 +16,6 @@
 template <SSpecialOrderRule kRule>
 class TSpecialCandidates {
  public:
-  explicit TSpecialCandidates(CLoopNames& loopNames) : loopNames_(loopNames) {}
-
   bool Empty() const { return rows_.empty(); }
   static bool IsRefuted() { return false; }
   static void Refute() {}
@@ -59,15 +56,16 @@ class TSpecialCandidates {
     }
   }
 
-  template <class TAddRow, class TAddCircuit>
-  void ForEachRow(std::span<const SDetailSum> details, TAddRow&& addRow,
-                  TAddCircuit&& addCircuit) const {
+  template <class TAddRow, class TAddCircuits>
+  void ForEachRow(TAddRow&& addRow, TAddCircuits&& addCircuits) const {
     for (const SSpecialRow& row : rows_) {
       if (row.LoopNumber == 0) {
         addRow(row);
-      } else {
-        addCircuit(row, loopNames_.Of(*row.LoopCategory, row.LoopNumber), CRowSum(row, details));
+        continue;
       }
+      row.Details.ForEach([&](const SDetailRange& range) {
+        addCircuits(row, SCircuits{row.LoopCategory, row.LoopNumber, range.first, 1});
+      });
     }
   }
 
@@ -78,7 +76,6 @@ class TSpecialCandidates {
   using Rows = std::set<SSpecialRow, TSpecialOrder<kRule>>;
   static constexpr std::size_t kMostSums = 4;
 
-  CLoopNames& loopNames_;
   Rows rows_;
 };
 

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <set>
 #include <span>
@@ -28,6 +29,7 @@
 #include "reports/special/shown_sys_codes.h"
 #include "reports/special/special_candidates.h"
 #include "reports/special/special_row.h"
+#include "reports/special/special_rows.h"
 
 /// Whether a detail of another floor than those of the pair is left out.
 enum class EFloorPairTest { None, LeavesOut };
@@ -41,6 +43,7 @@ struct SSpecialShape {
   CLevelTest attributeRow;
   ERemark remark;
   EHeadKey headKey;
+  SSpecialLayout layout;
 };
 
 class CSpecialReport : public CNodeReport {
@@ -88,21 +91,23 @@ class CSpecialReport : public CNodeReport {
                             const std::wstring& prefix);
 
   /// The blocks of one discipline, appended to `rows`: for each TGroup node the candidates below it
-  /// are collected, and `makeBlock(group, candidates, details)` makes its TBlock, or none; the
-  /// candidates count some of `details`. A group without candidates has no block. A discipline
-  /// without a node appends nothing and leaves the stored condition as it was.
+  /// are collected, and `makeBlock(group, candidates, std::unique_ptr<CSpecialRows>&&)` makes its
+  /// TBlock of the rows, which are empty, or none. A group without candidates has no block. A
+  /// discipline without a node appends nothing and leaves the stored condition as it was.
+  /// `totalItem` is that of the request, where it depends on one.
   template <class TGroup, class TBlock, SSpecialOrderRule kRule, class TMakeBlock>
   void ShowGroups(Report::CellArray& rows, const std::wstring& requestSpec,
                   const Report::SNewCondition& requestCondition, int level, int bySgd,
-                  TMakeBlock&& makeBlock) {
+                  const std::wstring& totalItem, TMakeBlock&& makeBlock) {
     const CReportSpec* node = BeginRequest(requestSpec, requestCondition);
     if (node == nullptr) {
       return;
     }
-    SRequest request{level, {spec, level, shape_.remark}, {}, {}};
-    RunSectionPasses(rows, bySgd, [&](const CSectionChoice& sections) {
+    auto texts = std::make_shared<STexts>(STexts{{spec, level, shape_.remark}, {}});
+    SRequest request{level, *texts, {}};
+    const auto pass = [&](const CSectionChoice& sections) {
       std::set<TBlock> blocks;
-      TOrderedCandidates<kRule> ordered(request.loopNames);
+      TOrderedCandidates<kRule> ordered;
       ForEachChild<TGroup>(node->children, [&](const TGroup& group) {
         // Answers false where the candidates turn out to be of no consistent order.
         const auto show = [&](auto&& candidates) {
@@ -112,7 +117,10 @@ class CSpecialReport : public CNodeReport {
             return false;
           }
           if (!candidates.Empty()) {
-            if (std::optional<TBlock> block = makeBlock(group, candidates, details.All())) {
+            const std::span<const SDetailSum> all = details.All();
+            auto blockRows = std::make_unique<CSpecialRows>(shape_.layout, request.texts.loopNames,
+                                                            all, details.TakeTaken());
+            if (std::optional<TBlock> block = makeBlock(group, candidates, std::move(blockRows))) {
               PutBlock(blocks, std::move(*block));
             }
           }
@@ -120,13 +128,14 @@ class CSpecialReport : public CNodeReport {
         };
         ordered.Clear();
         if (!isOrdered_ || !show(ordered)) {
-          show(TSpecialCandidates<kRule>(request.loopNames));
+          show(TSpecialCandidates<kRule>());
         }
       });
       CCellBlock out;
       TakeBlocks(out, std::move(blocks));
       return out;
-    });
+    };
+    RunKeptPasses(rows, *node, {level, totalItem}, texts, bySgd, pass);
   }
 
  private:
@@ -146,12 +155,17 @@ class CSpecialReport : public CNodeReport {
     std::vector<SKindItem> items;
   };
 
+  /// What the rows of an answer refer to.
+  struct STexts {
+    CShownSysCodes sysCodes;
+    CLoopNames loopNames;
+  };
+
   /// What one request works out once.
   struct SRequest {
     int level;
-    CShownSysCodes sysCodes;
+    STexts& texts;
     std::vector<SKind> kinds;
-    CLoopNames loopNames;
   };
 
   /// The details of a group that a pass counts: all of them as they were summed up at the fold, or
@@ -161,6 +175,8 @@ class CSpecialReport : public CNodeReport {
     CCountedDetails(const SDetailSums& sums, bool takesAll) : sums_(sums), takesAll_(takesAll) {}
     std::span<const SDetailSum> All() const { return takesAll_ ? sums_.details : taken_; }
     const SDetailSums& Sums() const { return sums_; }
+    /// Hands the copies over, which stay where All tells.
+    std::vector<SDetailSum> TakeTaken() { return std::move(taken_); }
     /// Those of an item that `takes(result)` takes, with `count(result)` floors each.
     template <class TTakes, class TCount>
     SDetailRange Of(const SDetailItem& item, TTakes&& takes, TCount&& count) {
@@ -300,8 +316,8 @@ void CSpecialReport::CollectItems(TCandidates& candidates, CCountedDetails& deta
         candidates.StartCategory(*category, kind->ascending);
       }
       if (kind != nullptr && sums.HasSysCode()) {
-        FillSysCode(sums, request.sysCodes.Of(*sysCode));
-        if (kRule.comparesSysCodeTexts && !request.sysCodes.HasOrder()) {
+        FillSysCode(sums, request.texts.sysCodes.Of(*sysCode));
+        if (kRule.comparesSysCodeTexts && !request.texts.sysCodes.HasOrder()) {
           candidates.Refute();
         }
       }

@@ -4,12 +4,13 @@
 
 #include <array>
 #include <cstddef>
+#include <deque>
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
-#include "report_model/cell_block.h"
 #include "report_model/narrow_order.h"
 #include "report_model/report_data_node.h"
 
@@ -24,6 +25,14 @@ struct SDetailRange {
   /// The component kind whose circuits they are; null where the candidate shows none of them.
   const CReportCategory* circuits = nullptr;
   std::size_t step = 0;
+};
+
+/// Circuits that stand side by side and are numbered one by one.
+struct SCircuits {
+  const CReportCategory* category = nullptr;
+  int firstNumber = 1;
+  std::size_t firstDetail = 0;  ///< each has a detail of its own
+  std::size_t count = 0;
 };
 
 /// Ranges in the order of the walk; there is mostly one.
@@ -98,15 +107,14 @@ struct SOpenSum {
 class CRowSum {
  public:
   CRowSum(const SSpecialRow& row, std::span<const SDetailSum> details);
-  /// Of one detail.
-  explicit CRowSum(const SDetailSum& detail) { Start(detail); }
 
   const std::array<double, 4>& Quantities() const { return quantities_; }
   /// Floors that the first detail's floor text stands for.
   int FloorCount() const { return floorCount_; }
-  /// References of all details, each ended by one more "$". Valid as long as this object is.
-  CCellSource References() const {
-    return composed_.empty() ? CCellSource(references_) : CCellSource::Copied(composed_);
+  /// References of all details, each ended by one more "$". Those that do not follow on each other
+  /// are composed in `texts`, and stay as long as these.
+  std::wstring_view References(std::deque<std::wstring>& texts) && {
+    return composed_.empty() ? references_ : texts.emplace_back(std::move(composed_));
   }
 
  private:

@@ -2,15 +2,15 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
-#include <span>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "report_mng/result_config.h"
 #include "report_model/row_results.h"
-#include "reports/special/sum_blocks.h"
+#include "reports/special/sum_printing.h"
 #include "result_store/tally_data_mng.h"
 
 namespace {
@@ -21,6 +21,7 @@ constexpr SSpecialShape kShape{
     .attributeRow = CLevelTest::Not(CSpecialReport::LevelTotal),
     .remark = ERemark::InBrackets,
     .headKey = EHeadKey::Unit,
+    .layout = {EFloorCells::NodeFirst, EUnitCell::BehindReferences},
 };
 
 constexpr SSpecialOrderRule kOrder{
@@ -107,19 +108,17 @@ void CXhlDuctH2SReport::GetDuctHData(Report::CellArray& rows, const std::wstring
                                      const Report::SNewCondition& requestCondition, int level,
                                      int bySgd) {
   ShowGroups<CReportDuctHType, CAttResultData, kOrder>(
-      rows, requestSpec, requestCondition, level, bySgd,
+      rows, requestSpec, requestCondition, level, bySgd, {},
       [](const CReportDuctHType& group, const auto& candidates,
-         std::span<const SDetailSum> details) {
-        SSumQuantityData sum;
-        CCellBlock detail = SumRows(sum, candidates, details, EHeadRows::MainItem);
-        const auto& [first, second, third, fourth] = sum.quantities;
-        CCellBlock block;
-        block.AddCells(L"@T", group.text1 + L":" + group.text2 + L":" + group.text3 + L"(mm)",
-                       std::move(sum.unit), first, second, third, fourth);
-        block.Append(std::move(detail));
+         std::unique_ptr<CSpecialRows>&& blockRows) {
+        CSumPrinting printing(EHeadRows::MainItem);
+        blockRows->Print(candidates, printing);
+        blockRows->SetHead({L"@T", group.text1 + L":" + group.text2 + L":" + group.text3 + L"(mm)",
+                            printing.Total().unit},
+                           printing.Total().quantities);
         // The thicker plate of a material comes first.
         return std::optional<CAttResultData>(std::in_place, true, std::wstring(), group.GetKey(),
-                                             std::move(block));
+                                             BlockOf(std::move(blockRows)));
       });
 }
 

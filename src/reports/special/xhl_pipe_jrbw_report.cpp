@@ -3,15 +3,15 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
-#include <span>
 #include <utility>
 #include <vector>
 
 #include "platform/text_numbers.h"
 #include "report_mng/result_config.h"
 #include "report_model/report_data_method.h"
-#include "reports/special/sum_blocks.h"
+#include "reports/special/special_rows.h"
 #include "result_store/report_main_cal_item_data.h"
 #include "result_store/tally_data_mng.h"
 
@@ -23,6 +23,7 @@ constexpr SSpecialShape kShape{
     .attributeRow = CLevelTest::AtLeast(CSpecialReport::LevelAttribute),
     .remark = ERemark::Bare,
     .headKey = EHeadKey::ItemAndUnit,
+    .layout = {EFloorCells::ShownFirst, EUnitCell::BeforeReferences},
 };
 
 constexpr SSpecialOrderRule kOrder{
@@ -32,11 +33,6 @@ constexpr SSpecialOrderRule kOrder{
     .unit = ETextOrder::Plain,
     .loops = ELoopOrder::Forwards,
 };
-
-constexpr std::wstring_view kFloorRow = L"@F";
-constexpr std::wstring_view kSysCodeRow = L"@S";
-constexpr std::wstring_view kItemRow = L"@CI";
-constexpr std::wstring_view kLoopRow = L"@L";
 
 // A printed block: ducts, then water pipes, then equipment; by material; thicker first.
 struct SJRBWLineData : SRowBlock {
@@ -91,46 +87,34 @@ std::wstring InsulatedType(const KorDMRec::SKorDMCategoryRec& category) {
   return isPipe ? L"水管" : category.category;
 }
 
-// Composes the rows of one block.
+// Tells CSpecialRows::Print about the candidates of one block.
 template <class TCandidates>
-class TBlockRows {
+class TInsulationPrinting {
  public:
-  TBlockRows(const TCandidates& candidates, std::span<const SDetailSum> details,
-             const std::wstring& totalItem)
-      : candidates_(candidates), details_(details), totalItem_(totalItem) {}
+  TInsulationPrinting(const TCandidates& candidates, const std::wstring& totalItem)
+      : candidates_(candidates), totalItem_(totalItem) {}
 
-  CCellBlock Rows() {
-    candidates_.ForEachRow(
-        details_, [this](const SSpecialRow& row) { AddRow(row); },
-        [this](const SSpecialRow& row, const std::wstring& name, const CRowSum& sum) {
-          if (row.IsMainItem && IsShown(row)) {
-            AddCells(row, sum, kLoopRow, name, *row.CalItem);
-          }
-        });
-    return std::move(rows_);
+  ESpecialRow KindOf(const SSpecialRow& row) {
+    const bool isHead = row.AttName().empty() && row.AttText().empty();
+    if (!isHead || row.CalItem->find(totalItem_) == std::wstring::npos) {
+      return IsShown(row) ? ESpecialRow::Item : ESpecialRow::None;
+    }
+    if (!row.Floor->empty()) {
+      return row.SysCode->empty() ? ESpecialRow::Floor : ESpecialRow::SysCode;
+    }
+    return row.SysCode->empty() ? ESpecialRow::Total : ESpecialRow::None;
   }
-  const Report::STypeSumQuantityData& Sum() const { return sum_; }
+  bool ShowsCircuits(const SSpecialRow& row) { return row.IsMainItem && IsShown(row); }
+  void SetTotal(const SSpecialRow& row, const CRowSum& sum) {
+    const auto& [first, second, third, fourth] = sum.Quantities();
+    total_ = {*row.Unit, first, second, third, fourth, sum.FloorCount()};
+    item_ = row.CalItem;
+  }
+
+  const Report::STypeSumQuantityData& Total() const { return total_; }
   const std::wstring& Item() const { return *item_; }
 
  private:
-  void AddRow(const SSpecialRow& row) {
-    const bool isHead = row.AttName().empty() && row.AttText().empty();
-    if (isHead && row.CalItem->find(totalItem_) != std::wstring::npos) {
-      const CRowSum sum(row, details_);
-      if (!row.Floor->empty() && !row.SysCode->empty()) {
-        AddCells(row, sum, kSysCodeRow, *row.SysCode);
-      } else if (!row.Floor->empty()) {
-        AddCells(row, sum, kFloorRow, *row.Floor, *row.FloorName);
-      } else if (row.SysCode->empty()) {
-        const auto& [first, second, third, fourth] = sum.Quantities();
-        sum_ = {*row.Unit, first, second, third, fourth, sum.FloorCount()};
-        item_ = row.CalItem;
-      }
-    } else if (IsShown(row)) {
-      AddCells(row, CRowSum(row, details_), kItemRow, row.AttName(), row.AttText(), *row.CalItem);
-    }
-  }
-
   // Whether an attribute's row shows, and its circuits with it.
   bool IsShown(const SSpecialRow& row) {
     return !row.AttName().empty() && !row.AttText().empty() && !row.CalItem->empty() &&
@@ -142,7 +126,7 @@ class TBlockRows {
     if (!volume_ || !candidates_.IsSamePlace(*volume_, row)) {
       volume_ = row;
       volume_->CalItem = item_;
-      volume_->Unit = &sum_.unit;
+      volume_->Unit = &total_.unit;
       volume_->IsMainItem = false;
       volume_->LoopNumber = 0;
       hasVolume_ = candidates_.Contains(*volume_);
@@ -150,18 +134,9 @@ class TBlockRows {
     return hasVolume_;
   }
 
-  template <class... THead>
-  void AddCells(const SSpecialRow& row, const CRowSum& sum, THead&&... head) {
-    const auto& [first, second, third, fourth] = sum.Quantities();
-    rows_.AddCells(std::forward<THead>(head)..., *row.Unit, sum.References(), first, second, third,
-                   fourth);
-  }
-
   const TCandidates& candidates_;
-  const std::span<const SDetailSum> details_;
   const std::wstring& totalItem_;
-  CCellBlock rows_;
-  Report::STypeSumQuantityData sum_;
+  Report::STypeSumQuantityData total_;
   const std::wstring* item_ = &NoText();
   std::optional<SSpecialRow> volume_;  // the last one looked for
   bool hasVolume_ = false;
@@ -240,21 +215,19 @@ void CXhlPipeJRBWReport::GetPipeJRBWData(Report::CellArray& rows, const std::wst
   }
   totalItem_ = CReportDataMethod::GetTypeCalItem(type);
   ShowGroups<CReportPipeJRBW, SJRBWLineData, kOrder>(
-      rows, requestSpec, requestCondition, level, bySgd,
+      rows, requestSpec, requestCondition, level, bySgd, totalItem_,
       [this](const CReportPipeJRBW& group, const auto& candidates,
-             std::span<const SDetailSum> details) -> std::optional<SJRBWLineData> {
-        TBlockRows blockRows(candidates, details, totalItem_);
-        CCellBlock detail = blockRows.Rows();
-        const Report::STypeSumQuantityData& sum = blockRows.Sum();
-        if (sum.quantity1 == 0.0) {
+             std::unique_ptr<CSpecialRows>&& blockRows) -> std::optional<SJRBWLineData> {
+        TInsulationPrinting printing(candidates, totalItem_);
+        blockRows->Print(candidates, printing);
+        const Report::STypeSumQuantityData& total = printing.Total();
+        if (total.quantity1 == 0.0) {
           return std::nullopt;
         }
-        CCellBlock block;
-        block.AddCells(L"@T", group.text1, group.text2 + L":" + group.text3 + L"(mm)",
-                       blockRows.Item(), CCellSource::Copied(sum.unit), sum.quantity1,
-                       sum.quantity2, sum.quantity3, sum.quantity4);
-        block.Append(std::move(detail));
-        return SJRBWLineData(group.text1, group.text2, group.text3, std::move(block));
+        blockRows->SetHead({L"@T", group.text1, group.text2 + L":" + group.text3 + L"(mm)",
+                            printing.Item(), total.unit},
+                           {total.quantity1, total.quantity2, total.quantity3, total.quantity4});
+        return SJRBWLineData(group.text1, group.text2, group.text3, BlockOf(std::move(blockRows)));
       });
 }
 
